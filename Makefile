@@ -1,0 +1,49 @@
+# The two set-up commands of a fresh Debian machine: `make demo` and `make test`.
+SHELL := /bin/bash
+JOBS ?= $(shell nproc)
+
+# Debian packages the build, the tests and the demo need.
+PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
+            libbenchmark-dev
+
+BUILD := build
+SANITIZED := build-sanitize
+QUILLMERE := $(BUILD)/src/cli/quillmere
+DEMO := $(BUILD)/demo
+
+.PHONY: all deps build build-sanitized test test-plain test-sanitized demo bench clean
+
+all: build
+
+deps:
+	@scripts/ensure-packages.sh $(PACKAGES)
+
+build: deps
+	@cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	@cmake --build $(BUILD) -j $(JOBS)
+
+build-sanitized: deps
+	@cmake -S . -B $(SANITIZED) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DQMR_SANITIZE=ON >/dev/null
+	@cmake --build $(SANITIZED) -j $(JOBS)
+
+test-plain: build
+	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+
+test-sanitized: build-sanitized
+	@cd $(SANITIZED) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+	    ctest --output-on-failure -j $(JOBS)
+
+# Every test, plainly and under AddressSanitizer and UndefinedBehaviorSanitizer.
+test: test-plain test-sanitized
+
+# Loads the bundled example scrapbook (a copy of it, so the example stays as it is) and prints
+# its items.
+demo: build
+	@rm -rf $(DEMO) && mkdir -p $(DEMO)/home && cp -r examples/sample-scrapbook $(DEMO)/
+	@$(QUILLMERE) --home $(DEMO)/home catalogue $(DEMO)/sample-scrapbook
+
+bench: build
+	@$(BUILD)/bench/catalogue_bench
+
+clean:
+	rm -rf $(BUILD) $(SANITIZED)

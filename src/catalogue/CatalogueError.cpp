@@ -1,0 +1,15 @@
+#include "catalogue/CatalogueError.h"
+
+#include "platform/PathSeparators.h"
+
+namespace qmr {
+
+QString CatalogueError::text() const {
+    QString out = ToNativePath(file);
+    if (line > 0) out += QStringLiteral(": line %1").arg(line);
+    out += QStringLiteral(": ") + problem;
+    if (!advice.isEmpty()) out += QStringLiteral(". ") + advice;
+    return out;
+}
+
+} // namespace qmr

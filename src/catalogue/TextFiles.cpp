@@ -1,0 +1,144 @@
+#include "catalogue/TextFiles.h"
+
+#include "platform/LocalCodePage.h"
+#include "platform/PathSeparators.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace qmr {
+namespace {
+
+bool readAll(const QString& path, QByteArray& bytes, QString* error) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (error)
+            *error =
+                QStringLiteral("cannot read %1: %2").arg(ToNativePath(path), file.errorString());
+        return false;
+    }
+    bytes = file.readAll();
+    return true;
+}
+
+QString decodeUtf8(QByteArray bytes) {
+    if (bytes.startsWith(kUtf8Bom)) bytes.remove(0, 3);
+    return QString::fromUtf8(bytes);
+}
+
+} // namespace
+
+QByteArray ToLocalBytes(const QString& text) {
+    return LocalCodePage::encode(text);
+}
+
+bool WriteFileAtomically(const QString& path, const QByteArray& bytes, QString* error) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        if (error)
+            *error =
+                QStringLiteral("cannot write %1: %2").arg(ToNativePath(path), file.errorString());
+        return false;
+    }
+    return true;
+}
+
+QString ReadUtf8File(const QString& path, bool* ok) {
+    QByteArray bytes;
+    const bool read = readAll(path, bytes, nullptr);
+    if (ok) *ok = read;
+    return read ? decodeUtf8(bytes) : QString();
+}
+
+bool ConvertUtf8ToLocalText(const QString& sourcePath, const QString& targetPath, QString* error) {
+    QByteArray bytes;
+    if (!readAll(sourcePath, bytes, error)) return false;
+    QString text = decodeUtf8(bytes);
+    text.replace(QLatin1Char('\n'), QLatin1Char('\r'));
+    text += QStringLiteral("\r\n");
+    return WriteFileAtomically(targetPath, LocalCodePage::encode(text), error);
+}
+
+QStringList SplitLocalLines(const QString& text) {
+    QStringList lines;
+    qsizetype start = 0;
+    const qsizetype n = text.size();
+    while (start < n) {
+        qsizetype cr = text.indexOf(QLatin1Char('\r'), start);
+        if (cr < 0) {
+            lines.append(text.mid(start));
+            break;
+        }
+        lines.append(text.mid(start, cr - start));
+        start = cr + 1;
+        if (start < n && text.at(start) == QLatin1Char('\n')) ++start;
+    }
+    return lines;
+}
+
+bool ConvertLocalTextToUtf8(const QString& sourcePath, const QString& targetPath, QString* error) {
+    QByteArray bytes;
+    if (!readAll(sourcePath, bytes, error)) return false;
+    QString joined;
+    for (const QString& line : SplitLocalLines(LocalCodePage::decode(bytes)))
+        joined += line + QStringLiteral("\r\n");
+    return WriteFileAtomically(targetPath, QByteArray(kUtf8Bom) + joined.toUtf8(), error);
+}
+
+QString AddBackslash(const QString& path) {
+    QString p = path.trimmed();
+    if (p.isEmpty() || !IsPathSeparator(p.back())) p += QLatin1Char('/');
+    return p;
+}
+
+QString RemoveBackslash(const QString& path) {
+    QString p = path.trimmed();
+    if (!p.isEmpty() && IsPathSeparator(p.back())) p.chop(1);
+    return p;
+}
+
+QString GetLastFolderName(const QString& path) {
+    const QString p = RemoveBackslash(path);
+    for (qsizetype i = p.size() - 1; i >= 0; --i)
+        if (IsPathSeparator(p.at(i))) return p.mid(i + 1);
+    return p;
+}
+
+qint64 GetFileLength(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return -1;
+    return file.size();
+}
+
+int CopyFileIfExists(const QString& source, const QString& target) {
+    const QFileInfo info(source);
+    if (!info.isFile()) return CopySourceMissing;
+    QFile in(source);
+    QSaveFile out(target);
+    if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly)) return CopyFailed;
+    while (!in.atEnd()) {
+        const QByteArray chunk = in.read(1 << 20);
+        if (chunk.isEmpty() && in.error() != QFile::NoError) return CopyFailed;
+        if (out.write(chunk) != chunk.size()) return CopyFailed;
+    }
+    if (!out.commit()) return CopyFailed;
+    QFile stamped(target);
+    if (stamped.open(QIODevice::ReadWrite))
+        stamped.setFileTime(info.lastModified(), QFileDevice::FileModificationTime);
+    return CopyDone;
+}
+
+bool CopyFolderFiles(const QString& sourceFolder, const QString& targetFolder) {
+    bool allCopied = true;
+    const QStringList names = QDir(sourceFolder).entryList(QDir::Files, QDir::Name);
+    for (const QString& name : names) {
+        if (name.left(10) == QLatin1String("index.html")) continue;
+        if (CopyFileIfExists(sourceFolder + name, targetFolder + name) == CopyFailed)
+            allCopied = false;
+    }
+    return allCopied;
+}
+
+} // namespace qmr

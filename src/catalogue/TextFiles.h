@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace qmr {
+
+// Whole-file recodings between the UTF-8 files of ScrapBook and the local code page, and the
+// small path and copy helpers the builders share. Paths use "/"; folders end in "/".
+
+// Reads `sourcePath` as UTF-8, turns every line feed into a carriage return (one for one),
+// and writes the text to `targetPath` in the local code page followed by one CR LF.
+bool ConvertUtf8ToLocalText(const QString& sourcePath, const QString& targetPath,
+                            QString* error = nullptr);
+
+// Reads `sourcePath` line by line in the local code page, joins the lines each followed by
+// CR LF and writes them to `targetPath` as UTF-8 with a byte-order mark, replacing it.
+bool ConvertLocalTextToUtf8(const QString& sourcePath, const QString& targetPath,
+                            QString* error = nullptr);
+
+// The whole file as UTF-8 text, without a leading byte-order mark; bad bytes read as U+FFFD.
+// A file that cannot be read gives an empty text and `ok` false.
+QString ReadUtf8File(const QString& path, bool* ok = nullptr);
+
+// Splits text at CR, CR LF or the end (a lone LF stays inside its line), as a line reader of
+// local text files sees it. A line end at the very end gives no further empty line.
+QStringList SplitLocalLines(const QString& text);
+
+// Trims blanks and appends "/" unless the path already ends in a separator.
+QString AddBackslash(const QString& path);
+// Trims blanks and drops one trailing separator.
+QString RemoveBackslash(const QString& path);
+// The name after the last separator, once a trailing one is removed.
+QString GetLastFolderName(const QString& path);
+
+// The file's length in bytes; -1 when it cannot be opened.
+qint64 GetFileLength(const QString& path);
+
+enum CopyStatus : int { CopyDone = 0, CopySourceMissing = 1, CopyFailed = 2 };
+// Copies `source` over `target` (keeping its last-write time); CopySourceMissing without
+// touching anything when there is no file at `source`.
+int CopyFileIfExists(const QString& source, const QString& target);
+
+// Copies every file directly inside `sourceFolder` to `targetFolder`, except files whose names
+// begin with "index.html" (case-sensitive). Returns false when a copy failed.
+bool CopyFolderFiles(const QString& sourceFolder, const QString& targetFolder);
+
+// Writes `bytes` to a temporary file beside `path` and renames it over `path`, so a failure
+// never leaves a half-written file where a whole one stood.
+bool WriteFileAtomically(const QString& path, const QByteArray& bytes, QString* error = nullptr);
+
+// Text in the local code page, as the builders write their generated files.
+QByteArray ToLocalBytes(const QString& text);
+// The UTF-8 byte-order mark.
+inline constexpr char kUtf8Bom[] = "\xEF\xBB\xBF";
+
+} // namespace qmr

@@ -1,0 +1,100 @@
+#include "cli/Command.h"
+
+#include "cli/CatalogueCommand.h"
+#include "cli/NewIdCommand.h"
+#include "library/Settings.h"
+#include "platform/AppFolder.h"
+
+#include <QDir>
+
+namespace qmr {
+
+const std::vector<std::unique_ptr<Command>>& Command::all() {
+    static const std::vector<std::unique_ptr<Command>> commands = [] {
+        std::vector<std::unique_ptr<Command>> list;
+        list.push_back(std::make_unique<CatalogueCommand>());
+        list.push_back(std::make_unique<NewIdCommand>());
+        return list;
+    }();
+    return commands;
+}
+
+Command* Command::find(const QString& name) {
+    for (const auto& command : all())
+        if (command->name() == name) return command.get();
+    return nullptr;
+}
+
+QString UsageText() {
+    QString text = QStringLiteral(
+        "Usage: quillmere [--home DIR] COMMAND [ARGUMENTS]\n"
+        "Turns ScrapBook collections into publishable documents.\n\n"
+        "Options:\n"
+        "  --home DIR   use DIR as the application folder (Quillmere.ini, NodeID.txt, chm/);\n"
+        "               overrides $QUILLMERE_HOME\n"
+        "  --help       show this text\n"
+        "  --version    show the version\n\n"
+        "Commands:\n");
+    for (const auto& command : Command::all()) {
+        const QString head = command->name() + QLatin1Char(' ') + command->arguments();
+        text += QStringLiteral("  %1\n      %2\n").arg(head.trimmed(), command->description());
+    }
+    text += QStringLiteral("\nExit codes: 0 done, 1 failed, 2 bad input or usage.");
+    return text;
+}
+
+QString ScrapbookFolderArgument(const QString& argument) {
+    QString folder = QDir::fromNativeSeparators(QDir(argument).absolutePath());
+    if (!folder.endsWith(QLatin1Char('/'))) folder += QLatin1Char('/');
+    return folder;
+}
+
+bool PrepareEnvironment() {
+    QString error;
+    if (ApplyCodePageSetting(GlobalIniPath(), &error)) return true;
+    PrintError(QStringLiteral("quillmere: ") + error);
+    return false;
+}
+
+int RunQuillmere(const QStringList& arguments) {
+    QStringList rest = arguments;
+    while (!rest.isEmpty() && rest.first().startsWith(QLatin1String("--"))) {
+        const QString option = rest.takeFirst();
+        if (option == u"--help") {
+            PrintLine(UsageText());
+            return ExitOk;
+        }
+        if (option == u"--version") {
+            PrintLine(QStringLiteral("quillmere " QMR_VERSION));
+            return ExitOk;
+        }
+        if (option == u"--home" && !rest.isEmpty()) {
+            SetApplicationFolderOverride(rest.takeFirst());
+            continue;
+        }
+        PrintError(
+            QStringLiteral("quillmere: unknown option %1 (see quillmere --help)").arg(option));
+        return ExitBadInput;
+    }
+    if (rest.isEmpty()) {
+        PrintError(UsageText());
+        return ExitBadInput;
+    }
+    const QString name = rest.takeFirst();
+    Command* command = Command::find(name);
+    if (!command) {
+        PrintError(
+            QStringLiteral("quillmere: unknown command %1 (see quillmere --help)").arg(name));
+        return ExitBadInput;
+    }
+    if (rest.contains(QStringLiteral("--help"))) {
+        PrintLine(QStringLiteral("Usage: quillmere %1 %2\n%3")
+                      .arg(command->name(), command->arguments(), command->description()));
+        return ExitOk;
+    }
+    if (!PrepareEnvironment()) return ExitBadInput;
+    ConsoleHost host;
+    return command->execute(rest, host);
+}
+
+} // namespace qmr

@@ -1,0 +1,11 @@
+#include "cli/Command.h"
+
+#include <QCoreApplication>
+
+int main(int argc, char* argv[]) {
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("quillmere"));
+    QStringList arguments = QCoreApplication::arguments();
+    arguments.removeFirst();
+    return qmr::RunQuillmere(arguments);
+}
