@@ -3,8 +3,10 @@ SHELL := /bin/bash
 JOBS ?= $(shell nproc)
 
 # Debian packages the build, the tests and the demo need.
+# chmcmd (fp-utils) compiles the e-books; 7z and extract_chmLib open them in the tests;
+# xmllint checks the catalogues Quillmere writes.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
-            libbenchmark-dev
+            libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils
 
 BUILD := build
 SANITIZED := build-sanitize
@@ -36,11 +38,11 @@ test-sanitized: build-sanitized
 # Every test, plainly and under AddressSanitizer and UndefinedBehaviorSanitizer.
 test: test-plain test-sanitized
 
-# Loads the bundled example scrapbook (a copy of it, so the example stays as it is) and prints
-# its items.
+# Builds the e-book of the bundled example scrapbook. It works on a copy, so the example stays
+# as it is; the last line names the compiled .chm.
 demo: build
 	@rm -rf $(DEMO) && mkdir -p $(DEMO)/home && cp -r examples/sample-scrapbook $(DEMO)/
-	@$(QUILLMERE) --home $(DEMO)/home catalogue $(DEMO)/sample-scrapbook
+	@$(QUILLMERE) --home $(DEMO)/home ebook $(DEMO)/sample-scrapbook --no-view
 
 bench: build
 	@$(BUILD)/bench/catalogue_bench

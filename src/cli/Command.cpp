@@ -1,7 +1,13 @@
 #include "cli/Command.h"
 
 #include "cli/CatalogueCommand.h"
+#include "cli/ConvertFolderCommand.h"
+#include "cli/EbookCommand.h"
+#include "cli/ImportTextCommand.h"
+#include "cli/ListCommand.h"
+#include "cli/MultibookCommand.h"
 #include "cli/NewIdCommand.h"
+#include "cli/StoreCommand.h"
 #include "library/Settings.h"
 #include "platform/AppFolder.h"
 
@@ -14,6 +20,12 @@ const std::vector<std::unique_ptr<Command>>& Command::all() {
         std::vector<std::unique_ptr<Command>> list;
         list.push_back(std::make_unique<CatalogueCommand>());
         list.push_back(std::make_unique<NewIdCommand>());
+        list.push_back(std::make_unique<EbookCommand>());
+        list.push_back(std::make_unique<ListCommand>());
+        list.push_back(std::make_unique<StoreCommand>());
+        list.push_back(std::make_unique<MultibookCommand>());
+        list.push_back(std::make_unique<ConvertFolderCommand>());
+        list.push_back(std::make_unique<ImportTextCommand>());
         return list;
     }();
     return commands;

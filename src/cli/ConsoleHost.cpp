@@ -1,5 +1,7 @@
 #include "cli/ConsoleHost.h"
 
+#include "platform/Processes.h"
+
 #include <cstdio>
 
 namespace qmr {
@@ -31,7 +33,8 @@ bool ConsoleHost::askOkCancel(const QString& text) {
     return true;
 }
 void ConsoleHost::openDocument(const QString& pathOrUrl) {
-    if (allowOpeningDocuments) PrintLine(QStringLiteral("Opening ") + pathOrUrl);
+    if (allowOpeningDocuments && !OpenWithDefaultProgram(pathOrUrl))
+        PrintLine(QStringLiteral("Cannot open ") + pathOrUrl);
 }
 
 } // namespace qmr

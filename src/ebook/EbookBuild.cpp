@@ -1,0 +1,164 @@
+#include "ebook/EbookBuild.h"
+
+#include "catalogue/RdfReader.h"
+#include "catalogue/TextFiles.h"
+#include "ebook/EbookContext.h"
+#include "ebook/ProjectFile.h"
+#include "ebook/SavedPages.h"
+#include "ebook/Sitemap.h"
+#include "platform/AppFolder.h"
+#include "platform/LocalCodePage.h"
+#include "website/ListPage.h"
+#include "website/TypeIconFiles.h"
+#include "website/VideoPage.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace qmr {
+namespace {
+
+const QString kSelectFirst = QStringLiteral("Please select a scrapbook in the list first!");
+
+QStringList readAdvertLines(const QString& name) {
+    QFile file(ApplicationFolder() + QStringLiteral("GoogleAD/") + name);
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return SplitLocalLines(LocalCodePage::decode(file.readAll()));
+}
+
+// "Make Chm ok! Time=" shows the seconds as a single-precision number prints.
+QString secondsText(double seconds) {
+    return QString::number(double(float(seconds)), 'g', 7);
+}
+
+EbookResult failed(BuildHost& host, const QString& problem) {
+    host.add2loglist(problem);
+    EbookResult result;
+    result.problem = problem;
+    return result;
+}
+
+bool recodeAndLoad(EbookContext& build, const CatalogueLimits& limits, QString* problem) {
+    CatalogueError error;
+    if (!ConvertCatalogueToText(build.folder + QStringLiteral("scrapbook.rdf"),
+                                build.folder + QStringLiteral("scrapbook.txt"), &error)) {
+        *problem = error.text();
+        return false;
+    }
+    build.host.add2loglist(QStringLiteral("Loading all pages..."));
+    if (!LoadAllRdfNodes(build.folder, build.catalogue, &error, limits)) {
+        *problem = error.text();
+        return false;
+    }
+    return true;
+}
+
+// The pages written beside the table of contents: the content page, forum.txt, then the list
+// page and the folder pages.
+bool writeTableOfContents(EbookContext& build, QString* problem) {
+    build.content.ChooseContentTemplate(build.chrome, build.catalogue, build.folder);
+    build.host.add2loglist(QStringLiteral("create chm content..."));
+    build.forum.open(build.folder + QStringLiteral("forum.txt"));
+    return HHC(build, build.folder + QStringLiteral("Index.hhc"), problem) &&
+           build.forum.close(problem) && build.content.CloseContentPage(problem);
+}
+
+bool writeListPages(EbookContext& build, QString* problem) {
+    build.host.add2loglist(QStringLiteral("Create Page List page...(List.html)"));
+    const QString qmr = build.folder + QStringLiteral("data/qmr/");
+    QDir().mkpath(qmr);
+    return WriteTypeIcons(qmr, problem) &&
+           WriteListPage(build.chrome, build.catalogue, build.options.linkToSourceURL,
+                         qmr + QStringLiteral("temp.html"), problem) &&
+           ConvertLocalTextToUtf8(qmr + QStringLiteral("temp.html"),
+                                  qmr + QStringLiteral("list.html"), problem) &&
+           WriteFolderPages(build.chrome, build.catalogue, build.folder, problem);
+}
+
+// The worker's stages, from the catalogue to the compiled book.
+bool BuildChm(EbookContext& build, const EbookRequest& request, EbookResult& result) {
+    QString problem;
+    if (!recodeAndLoad(build, request.limits, &problem)) {
+        result.problem = problem;
+        result.badInput = true;
+        return false;
+    }
+    if (!writeTableOfContents(build, &problem) ||
+        !hhp(build, build.folder + QStringLiteral("Index.hhp"), GatherScrapbookFiles(build.folder),
+             &problem)) {
+        result.problem = problem;
+        return false;
+    }
+    build.host.add2loglist(QStringLiteral("create chm index..."));
+    if (!hhk2(build, build.folder + QStringLiteral("Index.hhk"), &problem) ||
+        !writeListPages(build, &problem)) {
+        result.problem = problem;
+        return false;
+    }
+    build.host.add2loglist(QStringLiteral("Pack all file to chm..."));
+    double seconds = 0;
+    if (build.options.makeChmFile) {
+        const CompileResult compiled =
+            RunHelpCompiler(build.host, request.tools, build.folder + QStringLiteral("Index.hhp"),
+                            build.outputPath);
+        if (!compiled.ok) {
+            result.problem = compiled.problem;
+            return false;
+        }
+        seconds = compiled.seconds;
+        result.chmPath = build.outputPath;
+    }
+    build.host.add2loglist(QStringLiteral("Make Chm ok! Time=") + secondsText(seconds) +
+                           QStringLiteral(" Sec."));
+    return true;
+}
+
+bool prepareSavedPages(EbookContext& build, const EbookRequest& request, QString* problem) {
+    if (!build.options.index2org && !build.options.appendFolderPage) return true;
+    if (!recodeAndLoad(build, request.limits, problem)) return false;
+    if (build.options.index2org) Index2ORG(build.host, build.catalogue, build.folder);
+    if (!build.options.appendFolderPage) return true;
+    AssignParentsFromLists(build.catalogue);
+    return AppendFolderPage(build.host, build.catalogue, build.folder, build.options.googleAD,
+                            readAdvertLines(QStringLiteral("MID_as.TXT")), problem);
+}
+
+} // namespace
+
+EbookResult StartCreateChmEbook(BuildHost& host, const EbookRequest& request) {
+    if (request.folder.trimmed().isEmpty()) {
+        host.messageBox(kSelectFirst);
+        EbookResult result;
+        result.problem = kSelectFirst;
+        return result;
+    }
+    host.add2loglist(QStringLiteral("Starting Build Quillmere ebook..."));
+    EbookContext build(host);
+    build.folder = request.folder;
+    build.options = request.options;
+    build.chrome = request.chrome;
+    build.chrome.advertising = request.options.googleAD && request.options.makeChmFile;
+    if (build.options.googleAD) { // the advert texts a build may place in its pages
+        readAdvertLines(QStringLiteral("GoogleAD-Search.txt"));
+        readAdvertLines(QStringLiteral("GoogleAD-recommand.txt"));
+    }
+    QString problem;
+    if (!prepareSavedPages(build, request, &problem)) return failed(host, problem);
+
+    EbookResult result;
+    if (!BuildChm(build, request, result)) {
+        host.add2loglist(result.problem);
+        return result;
+    }
+    if (!WriteVideoPage(build.chrome, build.folder + QStringLiteral("data/qmr/PlayAllVideos.html"),
+                        QStringLiteral("Play All Videos on this Scrapbook"),
+                        QStringLiteral("WMV_Play_List.wpl"), &problem))
+        return failed(host, problem);
+    host.add2loglist(QStringLiteral("View Chm ebook..."));
+    if (request.view && !result.chmPath.isEmpty()) ViewChm(host, request.tools, result.chmPath);
+    host.add2loglist(QStringLiteral("ok!"));
+    result.ok = true;
+    return result;
+}
+
+} // namespace qmr

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "catalogue/BuildHost.h"
+#include "ebook/EbookOptions.h"
+#include "ebook/HelpCompiler.h"
+#include "website/PageChrome.h"
+
+#include <QString>
+
+namespace qmr {
+
+// What one "Make Ebook" run needs from whoever starts it.
+struct EbookRequest {
+    QString folder; // the selected scrapbook, ending in "/"; empty when none is selected
+    EbookOptions options;
+    PageChrome chrome; // the scrapbook's display name and the site addresses
+    HelpTools tools;
+    CatalogueLimits limits;
+    bool view = true;
+};
+
+struct EbookResult {
+    bool ok = false;       // everything asked for was made
+    QString chmPath;       // the compiled book, empty when none was compiled
+    QString problem;       // why not, when not ok
+    bool badInput = false; // the problem lies in the scrapbook (its catalogue), not the build
+};
+
+// The whole e-book build of one scrapbook, from the saved pages to the viewer.
+EbookResult StartCreateChmEbook(BuildHost& host, const EbookRequest& request);
+
+} // namespace qmr

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "catalogue/BuildHost.h"
+
+#include <QString>
+
+namespace qmr {
+
+// The compiler and viewer command lines: Quillmere.ini [Tools] HelpCompiler and HelpViewer,
+// else the platform's defaults.
+struct HelpTools {
+    QString compiler;
+    QString viewer;
+};
+HelpTools DefaultHelpTools();
+
+struct CompileResult {
+    bool ok = false;
+    double seconds = 0;
+    QString problem; // why the book is not good, for the log and the exit code
+};
+
+// Runs the compiler on `projectPath` in its folder, logging "Creating ebook now...N" every
+// 500 ms, capturing its output into the folder's ErrorLog.log, and judges the book itself:
+// present, not empty, a compiled help file, and no "Can't find" error in the output.
+CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QString& projectPath,
+                              const QString& outputPath);
+
+// Deletes the file when it exists.
+void CheckAndDeleteFile(const QString& path);
+
+// Removes the build's working files from a scrapbook folder; names match ignoring case.
+void DeleteAllTmpFiles(const QString& folder);
+
+// Opens the compiled book when it exists, with the configured viewer or else through the host;
+// does nothing otherwise.
+void ViewChm(BuildHost& host, const HelpTools& tools, const QString& outputPath);
+void ViewChm(BuildHost& host, const QString& outputPath);
+
+} // namespace qmr

@@ -1,0 +1,139 @@
+#include "ebook/SavedPages.h"
+
+#include "catalogue/PathSafety.h"
+#include "catalogue/TextFiles.h"
+#include "platform/LocalCodePage.h"
+
+#include <QFile>
+#include <QHash>
+
+namespace qmr {
+namespace {
+
+constexpr int kMostAppendedLines = 1000;
+
+QString itemFolder(const QString& folder, const QString& id) {
+    return folder + QStringLiteral("data/") + id + QLatin1Char('/');
+}
+
+QStringList readLocalLines(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return SplitLocalLines(LocalCodePage::decode(file.readAll()));
+}
+
+bool safeItem(BuildHost& host, const CatalogueItem& item) {
+    if (IsSafePathComponent(item.id)) return true;
+    host.add2loglist(
+        QStringLiteral("Skipped item \"%1\": its identifier cannot name a folder").arg(item.id));
+    return false;
+}
+
+// Makes `target` from `source`: a plain copy, or recoded to the local code page for a UTF-8
+// page (and back again).
+bool copyOrRecode(const QString& source, const QString& target, bool utf8ToLocal, bool toUtf8,
+                  QString* error) {
+    if (toUtf8) return ConvertLocalTextToUtf8(source, target, error);
+    if (utf8ToLocal) return ConvertUtf8ToLocalText(source, target, error);
+    if (CopyFileIfExists(source, target) == CopyFailed) {
+        if (error) *error = QStringLiteral("cannot copy %1 to %2").arg(source, target);
+        return false;
+    }
+    return true;
+}
+
+bool rebuildPage(const CatalogueItem& item, const QString& folder, const QStringList& gathered,
+                 QString* error) {
+    const QString dir = itemFolder(folder, item.id);
+    const QString idx = dir + QStringLiteral("index.html");
+    const QString tmp = dir + QStringLiteral("index.tmp");
+    const QString org = dir + QStringLiteral("org.html");
+    const QString side =
+        folder + QStringLiteral("data/qmr/") + item.parentId + QStringLiteral(".html");
+    const bool utf8 = item.chars == u"UTF-8";
+    if (!QFile::exists(org) && QFile::exists(idx) && CopyFileIfExists(idx, org) == CopyFailed) {
+        if (error) *error = QStringLiteral("cannot keep %1 as org.html").arg(idx);
+        return false;
+    }
+    if (QFile::exists(side) && !copyOrRecode(org, tmp, utf8, false, error)) return false;
+    if (!QFile::exists(tmp)) return true;
+    QString appended;
+    for (const QString& line : gathered)
+        appended += line + QStringLiteral("\r\n");
+    QFile out(tmp);
+    if (!out.open(QIODevice::Append) || out.write(LocalCodePage::encode(appended)) < 0) {
+        if (error) *error = QStringLiteral("cannot write %1").arg(tmp);
+        return false;
+    }
+    out.close();
+    const bool made = copyOrRecode(tmp, idx, false, utf8, error);
+    QFile::remove(tmp);
+    return made;
+}
+
+} // namespace
+
+bool HasSavedPage(const QString& type) {
+    return type.isEmpty() || type == u"note" || type == u"site" || type == u"file" ||
+           type == u"image" || type == u"marked";
+}
+
+void Index2ORG(BuildHost& host, const Catalogue& catalogue, const QString& folder) {
+    for (int i = 0; i < catalogue.itemCount; ++i) {
+        const CatalogueItem& item = catalogue.items.at(i);
+        if (!HasSavedPage(item.type) || !safeItem(host, item)) continue;
+        const QString dir = itemFolder(folder, item.id);
+        if (!QFile::exists(dir + QStringLiteral("ORG.html")))
+            CopyFileIfExists(dir + QStringLiteral("index.html"), dir + QStringLiteral("ORG.html"));
+        host.yield();
+    }
+}
+
+bool AppendFolderPage(BuildHost& host, const Catalogue& catalogue, const QString& folder,
+                      bool googleAD, const QStringList& midAdvertLines, QString* error) {
+    for (int i = 0; i < catalogue.itemCount; ++i) {
+        const CatalogueItem& item = catalogue.items.at(i);
+        if (!HasSavedPage(item.type) || !safeItem(host, item)) continue;
+        QStringList gathered;
+        if (googleAD) {
+            const QString side =
+                folder + QStringLiteral("data/qmr/") + item.parentId + QStringLiteral(".html");
+            gathered = midAdvertLines + readLocalLines(side);
+            if (gathered.size() > kMostAppendedLines) {
+                if (error)
+                    *error = QStringLiteral("%1: more than %2 lines to append to a saved page")
+                                 .arg(side)
+                                 .arg(kMostAppendedLines);
+                return false;
+            }
+        }
+        if (!rebuildPage(item, folder, gathered, error)) return false;
+        host.yield();
+    }
+    return true;
+}
+
+void AssignParentsFromLists(Catalogue& catalogue) {
+    static const QLatin1String seqRoot("<RDF:Seq RDF:about=\"urn:scrapbook:root");
+    static const QLatin1String seqItem("<RDF:Seq RDF:about=\"urn:scrapbook:item");
+    static const QLatin1String li("<RDF:li RDF:resource=\"urn:scrapbook:item");
+    QHash<QString, int> indexOf;
+    for (int i = catalogue.itemCount - 1; i >= 0; --i)
+        indexOf.insert(catalogue.items.at(i).id, i);
+    QString owner;
+    for (const QString& line : catalogue.lines) {
+        if (line.startsWith(seqRoot)) {
+            owner = QStringLiteral("root");
+        } else if (line.startsWith(seqItem)) {
+            const QString rest = line.mid(seqItem.size());
+            owner = rest.left(rest.indexOf(QLatin1Char('"')));
+        } else if (line.startsWith(QLatin1String("</RDF:Seq>"))) {
+            owner.clear();
+        } else if (!owner.isEmpty() && line.startsWith(li) && line.size() >= li.size() + 3) {
+            const auto found = indexOf.constFind(line.mid(li.size()).chopped(3));
+            if (found != indexOf.constEnd()) catalogue.items[*found].parentId = owner;
+        }
+    }
+}
+
+} // namespace qmr

@@ -1,0 +1,114 @@
+#include "website/ListPage.h"
+
+#include "catalogue/LocalTextFile.h"
+#include "catalogue/PathSafety.h"
+#include "website/PageFragments.h"
+#include "website/TypeIcons.h"
+#include "website/WebSource.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace qmr {
+namespace {
+
+// Items actually held, in case a catalogue's count runs ahead of its list.
+int heldItemCount(const Catalogue& catalogue) {
+    return int(std::min<qsizetype>(catalogue.itemCount, catalogue.items.size()));
+}
+
+constexpr int kShownTitleLength = 50;
+
+QString shownTitle(const QString& title) {
+    if (title.size() <= kShownTitleLength) return title;
+    return title.left(kShownTitleLength) + QStringLiteral("...");
+}
+
+bool isPageType(const QString& type) {
+    return type.isEmpty() || type == u"note" || type == u"site" || type == u"file" ||
+           type == u"image" || type == u"marked";
+}
+
+void writeHeaderRow(LocalTextFile& page) {
+    const char* const lines[] = {
+        "<table border=\"1\" width=\"90%\" id=\"table1\" cellspacing=\"1\">",
+        "  <tr>",
+        "      <td align=\"center\" width=\"5%\" bgcolor=\"#008080\"><font color=\"#FFFFFF\">",
+        "      <b>SN</b></font></td>",
+        "      <td align=\"center\" width=\"55%\" bgcolor=\"#008080\"><font color=\"#FFFFFF\">",
+        "      <b>Title</b></font></td>",
+        "      <td width=\"20%\" bgcolor=\"#008080\" align=\"center\"><font color=\"#FFFFFF\">",
+        "      <b>Created Date</b></font></td>",
+    };
+    for (const char* line : lines)
+        page.writeLine(QString::fromLatin1(line));
+    page.writeLine(QStringLiteral("      <td align=\"left\" width=\"20%\" bgcolor=\"#008080\">"
+                                  "\u3000</td>"));
+    page.writeLine(QStringLiteral("  </tr>"));
+}
+
+// The title cell: a link to the source or to the saved copy, chosen by the type in use.
+QString titleCell(const CatalogueItem& item, const QString& type) {
+    const QString linked = TypeIconTag(type) + shownTitle(item.title) + QStringLiteral("</a></td>");
+    if (type == u"bookmark" || (isPageType(type) && IsWebSource(item.source)))
+        return QStringLiteral("<td width=\"55%\"><a href=\"") + item.source +
+               QStringLiteral("\">") + linked;
+    if (isPageType(type))
+        return QStringLiteral("<td width=\"55%\"><a href=\"../") + item.id +
+               QStringLiteral("/index.html\">") + linked;
+    return QStringLiteral("<td width=\"55%\">") + shownTitle(item.title) + QStringLiteral("</td>");
+}
+
+void writeRow(LocalTextFile& page, const Catalogue& catalogue, const CatalogueItem& item,
+              bool linkToSourceURL, int serial) {
+    const QString type = linkToSourceURL ? QStringLiteral("bookmark") : item.type.toLower();
+    const int parent = FindItemById(catalogue, item.parentId);
+    const QString parentText = parent >= 0 ? catalogue.items.at(parent).title : QStringLiteral(".");
+    page.writeLine(QStringLiteral("  <tr>"));
+    page.writeLine(QStringLiteral("      <td width=\"5%\">") +
+                   (QStringLiteral("00000") + QString::number(serial)).right(5) +
+                   QStringLiteral("</td>"));
+    page.writeLine(titleCell(item, type));
+    page.writeLine(QStringLiteral("      <td width=\"20%\" align=\"center\">") + item.id +
+                   QStringLiteral("</td>"));
+    page.writeLine(QStringLiteral("      <td width=\"20%\" align=\"center\">"));
+    page.writeLine(QStringLiteral("<a href=\"../qmr/") + item.parentId +
+                   QStringLiteral(".html\">"));
+    page.writeLine(parentText + QStringLiteral("</a></td>"));
+    page.writeLine(QStringLiteral("  </tr>"));
+}
+
+} // namespace
+
+int FindItemById(const Catalogue& catalogue, const QString& id) {
+    const int count = heldItemCount(catalogue);
+    for (int i = 1; i < count; ++i)
+        if (catalogue.items.at(i).id == id) return i;
+    return -1;
+}
+
+bool WriteListPage(const PageChrome& chrome, const Catalogue& catalogue, bool linkToSourceURL,
+                   const QString& path, QString* error) {
+    QDir().mkpath(QFileInfo(path).path());
+    LocalTextFile page(path);
+    const QString prefix = QStringLiteral("./../../");
+    page.writeLine(HtmlHead(chrome, chrome.scrapbookName, QStringLiteral("UTF-8")));
+    page.writeLine(HtmlTitleBar(chrome, prefix));
+    page.writeLine(HtmlNavigationBar(prefix));
+    writeHeaderRow(page);
+    // Position 0 is left out, as FindItemById never finds it either.
+    int serial = 0;
+    const int count = heldItemCount(catalogue);
+    for (int i = 1; i < count; ++i) {
+        const CatalogueItem& item = catalogue.items.at(i);
+        if (item.type == u"folder" || !item.placed || !IsSafePathComponent(item.id)) continue;
+        writeRow(page, catalogue, item, linkToSourceURL, serial++);
+    }
+    page.writeLine(QStringLiteral("</table>"));
+    page.writeLine(HtmlFooter(chrome, prefix));
+    return page.commit(error);
+}
+
+} // namespace qmr

@@ -1,0 +1,205 @@
+#include "authoring/MultiBook.h"
+
+#include "catalogue/TextFiles.h"
+#include "library/ScrapbookFixtures.h"
+#include "library/ScrapbookStore.h"
+#include "support/RecordingHost.h"
+#include "support/TempFolder.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+namespace qmr {
+namespace {
+
+using test::Golden;
+using test::MakeScrapbook;
+using test::ReadBytes;
+using test::RecordingHost;
+using test::TempFolder;
+
+// The list's rows in name order: Unnamed (no name in a fresh run), Alpha, ALPHA, Cats & Dogs,
+// 台灣. The unnamed row and the row named like the one before it are not written.
+struct ListFixture {
+    TempFolder root;
+    QByteArray rootBytes = root.path().toUtf8();
+    LibraryFolders folders{root.path() + QStringLiteral("app/"),
+                           root.path() + QStringLiteral("ScrapBook/")};
+    QString store;
+    QString cats;
+    RecordingHost host;
+    AppSettings settings{host};
+    ScrapbookList list{settings};
+
+    ListFixture() {
+        MakeScrapbook(root, QStringLiteral("Alpha"), 1, "Alpha");
+        MakeScrapbook(root, QStringLiteral("ALPHA2"), 1, "ALPHA");
+        MakeScrapbook(root, QStringLiteral("Unnamed"), 1);
+        MakeScrapbook(root, QStringLiteral("Taiwan"), 1, "\xA5\x78\xC6\x57");
+        cats = MakeScrapbook(root, QStringLiteral("Cats"), 1, "Cats & Dogs");
+        store =
+            root.write(QStringLiteral("app/ScrapBookStore.txt"),
+                       "Alpha*" + rootBytes + "Alpha/\r\nBig*" + rootBytes + "ALPHA2\r\nUnnamed*" +
+                           rootBytes + "Unnamed/\r\nTaiwan*" + rootBytes + "Taiwan/\r\n");
+        LoadAllScrapbooksIntoList(list, folders, host);
+    }
+};
+
+TEST(MultiBook, FromTheMainList) {
+    ListFixture f;
+    QDir().mkpath(f.folders.scrapbookSystemFolder);
+    const MultiBookResult result = AddToMultiScrapbookList(
+        f.list, QStringLiteral("Cats"), f.root.path() + QStringLiteral("Cats"), f.folders);
+    EXPECT_TRUE(result.written);
+    EXPECT_TRUE(result.copied);
+    EXPECT_EQ(result.problems, QStringList());
+    const QString system = f.folders.scrapbookSystemFolder;
+    EXPECT_EQ(ReadBytes(system + QStringLiteral("multibook-BIG5.txt")),
+              Golden(QStringLiteral("authoring/multibook-list-BIG5.txt"), "@ROOT@", f.rootBytes));
+    EXPECT_EQ(ReadBytes(system + QStringLiteral("multibook1.txt")),
+              Golden(QStringLiteral("authoring/multibook-list.txt"), "@ROOT@", f.rootBytes));
+    EXPECT_EQ(ReadBytes(system + QStringLiteral("multibook.txt")),
+              ReadBytes(system + QStringLiteral("multibook1.txt")));
+    EXPECT_TRUE(ReadBytes(f.store).endsWith("Taiwan/\r\nCats*" + f.rootBytes + "Cats\r\n"));
+    EXPECT_EQ(f.list.count(), 5);
+}
+
+// A missing or unwritable ScrapBook folder leaves the store and the list with the new
+// scrapbook, and the result tells what did not happen.
+TEST(MultiBook, WithoutAUsableScrapbookFolderTheStoreStillTakesIt) {
+    ListFixture f;
+    MultiBookResult result = AddToMultiScrapbookList(
+        f.list, QStringLiteral("Cats"), f.root.path() + QStringLiteral("Cats"), f.folders);
+    EXPECT_FALSE(result.written);
+    EXPECT_FALSE(result.copied);
+    ASSERT_EQ(result.problems.size(), 1);
+    EXPECT_EQ(result.problems.first(),
+              QStringLiteral("there is no ScrapBook folder at %1, so the extension's "
+                             "multibook.txt was not written. Install ScrapBook in Firefox's "
+                             "default profile (profiles.ini names it) and run Firefox once, then "
+                             "try again")
+                  .arg(f.folders.scrapbookSystemFolder));
+    EXPECT_FALSE(QFileInfo::exists(f.folders.scrapbookSystemFolder));
+    EXPECT_TRUE(ReadBytes(f.store).endsWith("Cats*" + f.rootBytes + "Cats\r\n"));
+    EXPECT_EQ(f.list.count(), 5);
+
+    // A folder in the way of the working file stands for one that cannot be written.
+    QDir().mkpath(f.folders.scrapbookSystemFolder + QStringLiteral("multibook-BIG5.txt"));
+    result = AddToMultiScrapbookList(f.list, QStringLiteral("Cats"),
+                                     f.root.path() + QStringLiteral("Cats"), f.folders);
+    EXPECT_FALSE(result.written);
+    ASSERT_EQ(result.problems.size(), 1);
+    EXPECT_TRUE(result.problems.first().startsWith(QStringLiteral("cannot write ") +
+                                                   f.folders.scrapbookSystemFolder +
+                                                   QStringLiteral("multibook-BIG5.txt")));
+    EXPECT_TRUE(result.problems.first().endsWith(
+        QStringLiteral(". Make the folder writable and try again")));
+    EXPECT_FALSE(QFileInfo::exists(f.folders.scrapbookSystemFolder + "multibook.txt"));
+
+    // Without a store file the store part is what is missing.
+    QFile::remove(f.store);
+    QDir(f.folders.scrapbookSystemFolder + QStringLiteral("multibook-BIG5.txt"))
+        .removeRecursively();
+    result = AddToMultiScrapbookList(f.list, QStringLiteral("Cats"),
+                                     f.root.path() + QStringLiteral("Cats"), f.folders);
+    EXPECT_TRUE(result.copied);
+    ASSERT_EQ(result.problems.size(), 1);
+    EXPECT_TRUE(
+        result.problems.first().contains(QStringLiteral("ScrapBookStore.txt does not exist")));
+}
+
+// The scan: subfolders with a catalogue, then store lines with one, then "default"; an entry
+// equal to the one just before it, ignoring case, is written once.
+struct ScanFixture {
+    TempFolder root;
+    QByteArray rootBytes = root.path().toUtf8();
+    LibraryFolders folders{root.path() + QStringLiteral("app/"),
+                           root.path() + QStringLiteral("ScrapBook/")};
+    QString base = root.path() + QStringLiteral("base/");
+    QString store;
+    RecordingHost host;
+
+    ScanFixture() {
+        for (const char* name : {"base/Alpha", "base/Cats", "base/cats", "base/台灣", "Recipes"})
+            MakeScrapbook(root, QString::fromUtf8(name), 1);
+        QDir().mkpath(base + QStringLiteral("Empty"));
+        store = root.write(QStringLiteral("app/ScrapBookStore.txt"),
+                           "Cats*" + rootBytes + "base/Cats/\r\n\r\nNowhere * " + rootBytes +
+                               "nowhere/\r\nRecipes*" + rootBytes + "Recipes\r\n");
+    }
+};
+
+TEST(MultiBook, FolderScan) {
+    ScanFixture f;
+    QDir().mkpath(f.folders.scrapbookSystemFolder);
+    const MultiBookResult result = Menu_Dir2MultiScrapbook_Click(f.base, f.folders, f.host);
+    EXPECT_EQ(result.problems, QStringList());
+    EXPECT_TRUE(result.copied);
+    EXPECT_EQ(ReadBytes(f.base + QStringLiteral("multibook-BIG5.txt")),
+              Golden(QStringLiteral("authoring/multibook-scan-BIG5.txt"), "@ROOT@", f.rootBytes));
+    EXPECT_EQ(ReadBytes(f.base + QStringLiteral("multibook.txt")),
+              Golden(QStringLiteral("authoring/multibook-scan.txt"), "@ROOT@", f.rootBytes));
+    EXPECT_EQ(ReadBytes(f.folders.scrapbookSystemFolder + QStringLiteral("multibook.txt")),
+              ReadBytes(f.base + QStringLiteral("multibook.txt")));
+    EXPECT_EQ(f.host.log, QStringList{"multibook.txt has been created ok!"});
+
+    RecordingHost quiet;
+    EXPECT_EQ(Menu_Dir2MultiScrapbook_Click(QStringLiteral("  "), f.folders, quiet).entries,
+              QStringList());
+    EXPECT_TRUE(quiet.log.isEmpty());
+}
+
+TEST(MultiBook, FolderScanFailures) {
+    ScanFixture f;
+    // No ScrapBook folder: the list is made in the base folder, and the result says it did not
+    // reach the extension.
+    MultiBookResult result = Menu_Dir2MultiScrapbook_Click(f.base, f.folders, f.host);
+    EXPECT_TRUE(result.written);
+    EXPECT_FALSE(result.copied);
+    EXPECT_FALSE(result.badInput);
+    ASSERT_EQ(result.problems.size(), 1);
+    EXPECT_TRUE(result.problems.first().startsWith(QStringLiteral("there is no ScrapBook folder")));
+    EXPECT_EQ(result.entries.last(), QStringLiteral("default\t") + f.folders.scrapbookSystemFolder);
+
+    // A store line without "*" stops the scan before anything is written.
+    QFile::remove(f.base + QStringLiteral("multibook.txt"));
+    QFile::remove(f.base + QStringLiteral("multibook-BIG5.txt"));
+    f.root.write(QStringLiteral("app/ScrapBookStore.txt"), "Cats*/c/\r\nno star here\r\n");
+    result = Menu_Dir2MultiScrapbook_Click(f.base, f.folders, f.host);
+    EXPECT_TRUE(result.badInput);
+    EXPECT_FALSE(result.written);
+    EXPECT_EQ(result.problems,
+              QStringList{f.store +
+                          QStringLiteral(": line 2: \"no star here\" has no \"*\" between the "
+                                         "scrapbook's name and its folder, so the scan stopped "
+                                         "before writing anything. Write the line as name*folder, "
+                                         "for example Recipes*/home/me/Books/Recipes/, then run "
+                                         "the scan again")});
+    EXPECT_FALSE(QFileInfo::exists(f.base + QStringLiteral("multibook-BIG5.txt")));
+
+    // A base folder that is not there.
+    result =
+        Menu_Dir2MultiScrapbook_Click(f.root.path() + QStringLiteral("nowhere"), f.folders, f.host);
+    EXPECT_TRUE(result.badInput);
+    EXPECT_EQ(
+        result.problems,
+        QStringList{f.root.path() + QStringLiteral("nowhere/: no such folder. Name the "
+                                                   "folder whose subfolders are scrapbooks")});
+}
+
+TEST(MultiBook, CopyOnlyWhatExists) {
+    TempFolder system;
+    const QString target = system.write(QStringLiteral("multibook.txt"), "old");
+    EXPECT_EQ(CopyMutiBooktoScrapbookSystemFolder(system.path() + QStringLiteral("none.txt"),
+                                                  system.path()),
+              CopySourceMissing);
+    EXPECT_EQ(ReadBytes(target), QByteArray("old"));
+    const QString source = system.write(QStringLiteral("multibook1.txt"), "new");
+    EXPECT_EQ(CopyMutiBooktoScrapbookSystemFolder(source, system.path()), CopyDone);
+    EXPECT_EQ(ReadBytes(target), QByteArray("new"));
+}
+
+} // namespace
+} // namespace qmr
