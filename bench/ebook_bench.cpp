@@ -126,7 +126,9 @@ void run(benchmark::State& state, Stages stages) {
 }
 
 // Recode, load, Index.hhc (with forum.txt and the folder bodies) and Index.hhk.
-void TableOfContents(benchmark::State& state) { run(state, Stages::Sitemaps); }
+void TableOfContents(benchmark::State& state) {
+    run(state, Stages::Sitemaps);
+}
 // The same, then the list page and one page a folder.
 void TableOfContentsAndListPages(benchmark::State& state) {
     run(state, Stages::SitemapsAndListPages);

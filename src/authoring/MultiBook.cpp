@@ -77,12 +77,27 @@ QStringList subfoldersByName(const QString& base) {
     return names;
 }
 
-// The candidates of a scan: each subfolder of `base` (name + TAB + path), then each store line
-// (name + TAB + folder). False, with the store line's problem, when a line holds no "*".
+// A candidate without one trailing separator, or blank when its folder holds no catalogue.
+QString checkedCandidate(QString candidate) {
+    if (!candidate.isEmpty() && IsPathSeparator(candidate.back())) candidate.chop(1);
+    const QString path = candidate.mid(candidate.indexOf(QLatin1Char('\t')) + 1).trimmed();
+    const QString folder = AddBackslash(QDir::fromNativeSeparators(path));
+    return HoldsScrapbookCatalogue(folder) ? candidate : QString();
+}
+
+// The candidates of a scan, each checked: every subfolder of `base` (name + TAB + path), then
+// every store line (name + TAB + folder). False, with the reason, when `base` is not a folder
+// or a store line holds no "*".
 bool scanCandidates(const QString& base, const QString& storePath, QStringList& candidates,
                     QStringList& problems) {
+    if (!QFileInfo(base).isDir()) {
+        problems.append(
+            QStringLiteral("%1: no such folder. Name the folder whose subfolders are scrapbooks")
+                .arg(ToNativePath(base)));
+        return false;
+    }
     for (const QString& name : subfoldersByName(base))
-        candidates.append(name + kTab + ToNativePath(base + name));
+        candidates.append(checkedCandidate(name + kTab + ToNativePath(base + name)));
     QStringList lines;
     ReadScrapbookStore(storePath, lines);
     for (int i = 0; i < lines.size(); ++i) {
@@ -95,17 +110,21 @@ bool scanCandidates(const QString& base, const QString& storePath, QStringList& 
             problems.append(stop.text());
             return false;
         }
-        candidates.append(entry.name + kTab + entry.folder);
+        candidates.append(checkedCandidate(entry.name + kTab + entry.folder));
     }
     return true;
 }
 
-// A candidate without one trailing separator, or blank when its folder holds no catalogue.
-QString checkedCandidate(QString candidate) {
-    if (!candidate.isEmpty() && IsPathSeparator(candidate.back())) candidate.chop(1);
-    const QString path = candidate.mid(candidate.indexOf(QLatin1Char('\t')) + 1).trimmed();
-    const QString folder = AddBackslash(QDir::fromNativeSeparators(path));
-    return HoldsScrapbookCatalogue(folder) ? candidate : QString();
+// Every candidate that is not blank and differs, ignoring case, from the one just before it.
+QStringList withoutRepeats(const QStringList& candidates) {
+    QStringList entries;
+    QString previous;
+    for (const QString& candidate : candidates) {
+        if (!candidate.isEmpty() && candidate.compare(previous, Qt::CaseInsensitive) != 0)
+            entries.append(candidate);
+        previous = candidate;
+    }
+    return entries;
 }
 
 } // namespace
@@ -149,30 +168,16 @@ MultiBookResult Menu_Dir2MultiScrapbook_Click(const QString& base, const Library
     MultiBookResult result;
     if (base.trimmed().isEmpty()) return result;
     const QString folder = AddBackslash(QDir::fromNativeSeparators(base.trimmed()));
-    if (!QFileInfo(folder).isDir()) {
-        result.problems.append(QStringLiteral("%1: no such folder. Name the folder whose "
-                                              "subfolders are scrapbooks")
-                                   .arg(ToNativePath(folder)));
-        result.badInput = true;
-        return result;
-    }
     QStringList candidates;
     if (!scanCandidates(folder, ScrapbookStorePath(folders.applicationFolder), candidates,
                         result.problems)) {
         result.badInput = true;
         return result;
     }
-    for (QString& candidate : candidates)
-        candidate = checkedCandidate(candidate);
     candidates.append(QStringLiteral("default") + kTab +
                       ToNativePath(folders.scrapbookSystemFolder));
+    result.entries = withoutRepeats(candidates);
 
-    QString previous;
-    for (const QString& candidate : candidates) {
-        if (!candidate.isEmpty() && candidate.compare(previous, Qt::CaseInsensitive) != 0)
-            result.entries.append(candidate);
-        previous = candidate;
-    }
     const QString utf8 = folder + QStringLiteral("multibook.txt");
     result.written = writeList(result.entries, folder + QStringLiteral("multibook-BIG5.txt"), utf8,
                                result.problems);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -53,6 +54,19 @@ class Catalogue {
     // and upper-cased; -1 when none does.
     int NodeTitleToIndex(const QString& title) const;
     int NodeCommentToIndex(const QString& comment) const;
+
+    // The first item with this identifier at position `from` (0 or 1) or later; -1 when there
+    // is none. Looked up in an index made on first use, so a build's many look-ups stay cheap.
+    int IndexOfId(const QString& id, int from = 0) const;
+
+  private:
+    struct IdPositions {
+        int first = -1;         // the lowest position
+        int firstAfterTop = -1; // the lowest position from 1 on
+    };
+    void indexIds() const;
+    mutable QHash<QString, IdPositions> m_idIndex;
+    mutable qsizetype m_indexedItems = -1;
 };
 
 } // namespace qmr

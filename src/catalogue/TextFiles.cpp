@@ -1,5 +1,6 @@
 #include "catalogue/TextFiles.h"
 
+#include "platform/FileReplace.h"
 #include "platform/LocalCodePage.h"
 #include "platform/PathSeparators.h"
 
@@ -7,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QTemporaryFile>
 
 namespace qmr {
 namespace {
@@ -34,15 +36,27 @@ QByteArray ToLocalBytes(const QString& text) {
     return LocalCodePage::encode(text);
 }
 
+// The temporary file is renamed over the target without waiting for the disk: a build writes
+// thousands of pages, and a sync for each would cost seconds.
 bool WriteFileAtomically(const QString& path, const QByteArray& bytes, QString* error) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        if (error)
-            *error =
-                QStringLiteral("cannot write %1: %2").arg(ToNativePath(path), file.errorString());
-        return false;
+    QTemporaryFile file(path + QStringLiteral(".XXXXXX.tmp"));
+    const bool written = file.open() && file.write(bytes) == bytes.size() && file.flush();
+    if (written) {
+        const QFileInfo old(path);
+        file.setPermissions(old.exists() ? old.permissions()
+                                         : QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
+                                               QFile::ReadOther);
+        file.close();
+        if (ReplaceFile(file.fileName(), path)) {
+            file.setAutoRemove(false);
+            return true;
+        }
     }
-    return true;
+    if (error)
+        *error = QStringLiteral("cannot write %1: %2")
+                     .arg(ToNativePath(path),
+                          written ? QStringLiteral("it cannot be replaced") : file.errorString());
+    return false;
 }
 
 QString ReadUtf8File(const QString& path, bool* ok) {

@@ -5,6 +5,31 @@
 #include <QDir>
 
 namespace qmr {
+namespace {
+
+// The scrapbook folder of File=<catalogue>, made absolute; empty without arguments. False,
+// told on stderr, for anything else or a folder that holds no catalogue: the window would add
+// any folder to the store, a command line is told instead.
+bool readCommandLineFolder(const QStringList& arguments, QString& folder) {
+    // The shell passes File=<catalogue> unquoted, so a path with blanks arrives in pieces.
+    const QString commandLine = arguments.join(QLatin1Char(' '));
+    folder = CommandLineFolder(commandLine);
+    if (commandLine.isEmpty()) return true;
+    if (folder.isEmpty()) {
+        PrintError(QStringLiteral("Usage: quillmere list [File=CATALOGUE]\nquillmere list: %1 is "
+                                  "not File= followed by the path of a .rdf file")
+                       .arg(commandLine));
+        return false;
+    }
+    if (QDir::isRelativePath(folder)) folder = ScrapbookFolderArgument(folder);
+    if (HoldsScrapbookCatalogue(folder)) return true;
+    PrintError(QStringLiteral("quillmere: %1 holds no scrapbook.rdf. Name the catalogue of a "
+                              "ScrapBook folder.")
+                   .arg(ToNativePath(folder)));
+    return false;
+}
+
+} // namespace
 
 bool LoadListAtStartUp(ScrapbookList& list, const LibraryFolders& folders, ConsoleHost& host,
                        const QString& commandLineFolder) {
@@ -26,17 +51,8 @@ QString ListCommand::description() const {
 }
 
 int ListCommand::execute(const QStringList& arguments, ConsoleHost& host) {
-    // The shell passes File=<catalogue> unquoted, so a path with blanks arrives in pieces.
-    const QString commandLine = arguments.join(QLatin1Char(' '));
-    QString folder = CommandLineFolder(commandLine);
-    if (!commandLine.isEmpty() && folder.isEmpty()) {
-        PrintError(QStringLiteral("Usage: quillmere list [File=CATALOGUE]\nquillmere list: %1 is "
-                                  "not File= followed by the path of a .rdf file")
-                       .arg(commandLine));
-        return ExitBadInput;
-    }
-    if (!folder.isEmpty() && QDir::isRelativePath(folder)) folder = ScrapbookFolderArgument(folder);
-
+    QString folder;
+    if (!readCommandLineFolder(arguments, folder)) return ExitBadInput;
     AppSettings settings(host);
     ScrapbookList list(settings);
     const bool clean = LoadListAtStartUp(list, LibraryFolders::current(), host, folder);

@@ -31,8 +31,9 @@ int addScrapbook(const QString& argument, ConsoleHost& host) {
     const QString path = RemoveBackslash(folder);
     const MultiBookResult result =
         AddToMultiScrapbookList(list, GetLastFolderName(path), path, folders);
-    for (const QString& entry : result.entries)
-        host.add2loglist(entry);
+    if (result.written)
+        for (const QString& entry : result.entries)
+            host.add2loglist(entry);
     printProblems(result.problems);
     return result.copied ? ExitOk : ExitFailed;
 }

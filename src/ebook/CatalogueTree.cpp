@@ -47,9 +47,8 @@ CatalogueTree::CatalogueTree(const Catalogue& catalogue) {
             ++segment;
         } else if (line.startsWith(kChildPrefix)) {
             const qsizetype idLength = line.size() - kChildPrefix.size() - kChildLineTail;
-            m_childItems.push_back(idLength < 0
-                                       ? -1
-                                       : itemIndex(line.mid(kChildPrefix.size(), idLength)));
+            m_childItems.push_back(
+                idLength < 0 ? -1 : itemIndex(line.mid(kChildPrefix.size(), idLength)));
         }
     }
     // Child lines after the last "</RDF:Seq>" belong to a segment that runs to the end.

@@ -30,15 +30,15 @@ class CatalogueTree {
 
   private:
     struct ListLine {
-        QString name;    // the text after `<RDF:Seq RDF:about="urn:scrapbook:`
-        int segment = 0; // how many "</RDF:Seq>" lines come before it
+        QString name;       // the text after `<RDF:Seq RDF:about="urn:scrapbook:`
+        int segment = 0;    // how many "</RDF:Seq>" lines come before it
         int firstChild = 0; // ordinal of the first child line after it
     };
 
     QHash<QString, int> m_firstItemById;
-    std::vector<ListLine> m_listsByName;   // sorted by name
-    std::vector<int> m_childItems;          // per child line, in line order: its item or -1
-    std::vector<int> m_segmentEnds;         // per segment: ordinal of the first child line after it
+    std::vector<ListLine> m_listsByName; // sorted by name
+    std::vector<int> m_childItems;       // per child line, in line order: its item or -1
+    std::vector<int> m_segmentEnds;      // per segment: ordinal of the first child line after it
 };
 
 } // namespace qmr

@@ -48,14 +48,16 @@ void chooseLink(const CatalogueItem& item, QString& link, int mode, bool savedCo
     }
     link = item.source.trimmed();
     if (unusableSource(link))
-        link = item.type == u"folder" ? QStringLiteral("data/qmr/") + item.id + QStringLiteral(".html")
-                                      : savedCopy(item.id);
+        link = item.type == u"folder"
+                   ? QStringLiteral("data/qmr/") + item.id + QStringLiteral(".html")
+                   : savedCopy(item.id);
 }
 
 // Short titles gain "..." and long ones stand whole; the test is kept exactly as the page
 // has always shown it.
 QString shownTitle(const QString& title) {
-    if (kShownTitleLength > title.size()) return title.left(kShownTitleLength) + QStringLiteral("...");
+    if (kShownTitleLength > title.size())
+        return title.left(kShownTitleLength) + QStringLiteral("...");
     return title;
 }
 
@@ -101,6 +103,10 @@ void ContentPage::ChooseContentTemplate(const PageChrome& chrome, const Catalogu
 
     m_file.open(m_pagePath);
     m_file.writeLine(HtmlHead(chrome, kPageTitle, kCharset));
+    // The decorated skins stand in an item folder two levels below the scrapbook, while every
+    // entry links from the scrapbook's root ("data/<id>/index.html"): the base makes them meet.
+    if (m_template != Template::NoPIC1)
+        m_file.writeLine(QStringLiteral("<base href=\"./../../\">"));
     switch (m_template) {
     case Template::NoPIC1:
         m_file.writeLine(HtmlTitleBar(chrome, QStringLiteral("./")));

@@ -22,7 +22,8 @@ QString savedCopy(const QString& id) {
 QString charsetLine(EbookLanguage language) {
     switch (language) {
     case EbookLanguage::ChineseTraditional:
-        return QStringLiteral("<meta http-equiv=\"Content-Type\" content=\"text/html; charset=Big5\">");
+        return QStringLiteral(
+            "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=Big5\">");
     case EbookLanguage::ChineseSimplified:
         return QStringLiteral(
             "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=gb2312\">");
@@ -49,8 +50,8 @@ void writeSitemapHead(LocalTextFile& file, EbookLanguage language, SitemapKind k
     file.writeLine(QStringLiteral("<HTML>"));
     file.writeLine(QStringLiteral("<HEAD>"));
     if (!contents && !charset.isEmpty()) file.writeLine(charset);
-    file.writeLine(
-        QStringLiteral("<meta name=\"GENERATOR\" content=\"Microsoft&reg; HTML Help Workshop 4.1\">"));
+    file.writeLine(QStringLiteral(
+        "<meta name=\"GENERATOR\" content=\"Microsoft&reg; HTML Help Workshop 4.1\">"));
     if (contents && !charset.isEmpty()) file.writeLine(charset);
     file.writeLine(QStringLiteral("<!-- Sitemap 1.0 -->"));
     if (contents) {
@@ -63,8 +64,8 @@ void writeSitemapHead(LocalTextFile& file, EbookLanguage language, SitemapKind k
     writeWindowStyles(file, language);
     // The font is 新細明體 (PMingLiU), at 10 points, in the Big5 character set (136).
     if (contents && language == EbookLanguage::ChineseTraditional)
-        file.writeLine(QStringLiteral(
-            "     <param name=\"Font\" value=\"\u65B0\u7D30\u660E\u9AD4,10,136\">"));
+        file.writeLine(
+            QStringLiteral("     <param name=\"Font\" value=\"\u65B0\u7D30\u660E\u9AD4,10,136\">"));
     file.writeLine(QStringLiteral("     <param name=\"comment\" value=\"title:Online Help\">"));
     file.writeLine(QStringLiteral("     <param name=\"comment\" value=\"base:index.htm\">"));
     file.writeLine(QStringLiteral("   </OBJECT>"));

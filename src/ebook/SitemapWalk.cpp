@@ -14,6 +14,7 @@ const QString kContentFontSize = QStringLiteral("2");
 // Content entries of folders keep the link they are given (none), so they link their folder
 // page; pages choose theirs.
 constexpr int kFolderContentMode = 2;
+constexpr int kFolderImage = 1;
 // How often the walk lets the window repaint.
 constexpr qint64 kEntriesPerYield = 256;
 // Lists that name the same folders over and over make a book that never ends; a tree, even
@@ -109,7 +110,7 @@ bool TocWalk::enterFolder(const QString& name) {
         CatalogueItem& item = m_catalogue.items[folder];
         if (walk.FirstFolderTitle.isEmpty()) walk.FirstFolderTitle = item.title;
         m_file.writeLine(QStringLiteral("   <UL>"));
-        WriteFolderEntry(m_file, item.title, 1);
+        WriteFolderEntry(m_file, item.title, kFolderImage);
         // A folder listed twice keeps the page of its last listing.
         item.folderBody = FolderPathHeader(m_build.chrome, m_catalogue, folder);
         m_onPath[folder] = true;
@@ -133,8 +134,9 @@ void TocWalk::leaveFolder() {
 bool TocWalk::mayPlace(int child) {
     const CatalogueItem& item = m_catalogue.items.at(child);
     if (!IsSafePathComponent(item.id)) {
-        reportOnce(child, QStringLiteral("Skipped item %1: its identifier cannot name a folder")
-                              .arg(item.id));
+        reportOnce(
+            child,
+            QStringLiteral("Skipped item %1: its identifier cannot name a folder").arg(item.id));
         return false;
     }
     const bool opens = item.type == u"folder" && !isPrivate(item);
@@ -153,8 +155,8 @@ void TocWalk::placeChild(int parentFolder, const QString& parentName, int child)
     item.parentId = parentName;
     const QString& type = item.type;
     if (type == u"folder") {
-        listOnFolderPage(parentFolder, item, QStringLiteral("../qmr/") + item.id +
-                                                 QStringLiteral(".html"));
+        listOnFolderPage(parentFolder, item,
+                         QStringLiteral("../qmr/") + item.id + QStringLiteral(".html"));
         if (isPrivate(item)) return;
         contentEntry(child, kFolderContentMode);
         enterFolder(item.id);
@@ -166,8 +168,8 @@ void TocWalk::placeChild(int parentFolder, const QString& parentName, int child)
         WriteTocPageEntry(m_build, m_file, child, false);
         contentEntry(child, m_build.options.linkToSourceURL ? 1 : 0);
     } else if (isSavedPageType(type)) {
-        listOnFolderPage(parentFolder, item, QStringLiteral("../") + item.id +
-                                                 QStringLiteral("/index.html"));
+        listOnFolderPage(parentFolder, item,
+                         QStringLiteral("../") + item.id + QStringLiteral("/index.html"));
         WriteTocPageEntry(m_build, m_file, child, false);
         contentEntry(child, m_build.options.linkToSourceURL ? 1 : 0);
     }
@@ -175,8 +177,7 @@ void TocWalk::placeChild(int parentFolder, const QString& parentName, int child)
 
 // The top-level list has no folder page.
 void TocWalk::listOnFolderPage(int parentFolder, const CatalogueItem& item, const QString& link) {
-    if (parentFolder >= 0)
-        m_catalogue.items[parentFolder].folderBody += FolderItemLine(item, link);
+    if (parentFolder >= 0) m_catalogue.items[parentFolder].folderBody += FolderItemLine(item, link);
 }
 
 void TocWalk::contentEntry(int child, int mode) {

@@ -176,6 +176,7 @@ QString ScrapbookList::StatusShowScrapbookCount() {
 }
 
 ScrapbookProperties ScrapbookList::SelectRow(int number) {
+    if (number < 1 || number > count()) return {};
     m_selected = number;
     const ScrapbookRow& selected = row(number);
     statusFolder = selected.folder;

@@ -18,9 +18,8 @@ struct ScrapbookRow {
     QString name;      // "Scrapbook Name": the display name, trimmed
     QString pageCount; // "Local Page Count": item folders, four digits
     QString directory; // "Directory": the folder lower-cased, ending in "/"
-    // The folder as found on disk, ending in "/". The directory column folds case the way the
-    // file names of the extension's own system do; opening a scrapbook on a file system that
-    // tells cases apart needs the folder as it is spelled.
+    // The folder as spelled on disk, ending in "/". The directory column is lower-cased, as
+    // suits file systems that ignore case; opening the scrapbook where case matters needs this.
     QString folder;
 };
 
@@ -73,7 +72,8 @@ class ScrapbookList {
     void SnapSelectItem(int number);
     // Refreshes status panel 1: " " + count + " Scrapbooks ". Returns the text.
     QString StatusShowScrapbookCount();
-    // A click on a row: it becomes current and its properties are loaded.
+    // A click on a row: it becomes current and its properties are loaded. Nothing happens for
+    // a number that is not a row.
     ScrapbookProperties SelectRow(int number);
     // Removes the selected row from the list only: the store and the scrapbook stay.
     void DeleteSelectedRow();

@@ -83,10 +83,7 @@ void writeRow(LocalTextFile& page, const Catalogue& catalogue, const CatalogueIt
 } // namespace
 
 int FindItemById(const Catalogue& catalogue, const QString& id) {
-    const int count = heldItemCount(catalogue);
-    for (int i = 1; i < count; ++i)
-        if (catalogue.items.at(i).id == id) return i;
-    return -1;
+    return catalogue.IndexOfId(id, 1);
 }
 
 bool WriteListPage(const PageChrome& chrome, const Catalogue& catalogue, bool linkToSourceURL,

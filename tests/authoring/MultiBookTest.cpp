@@ -1,6 +1,5 @@
 #include "authoring/MultiBook.h"
 
-#include "catalogue/TextFiles.h"
 #include "library/ScrapbookFixtures.h"
 #include "library/ScrapbookStore.h"
 #include "support/RecordingHost.h"
@@ -97,17 +96,6 @@ TEST(MultiBook, WithoutAUsableScrapbookFolderTheStoreStillTakesIt) {
     EXPECT_TRUE(result.problems.first().endsWith(
         QStringLiteral(". Make the folder writable and try again")));
     EXPECT_FALSE(QFileInfo::exists(f.folders.scrapbookSystemFolder + "multibook.txt"));
-
-    // Without a store file the store part is what is missing.
-    QFile::remove(f.store);
-    QDir(f.folders.scrapbookSystemFolder + QStringLiteral("multibook-BIG5.txt"))
-        .removeRecursively();
-    result = AddToMultiScrapbookList(f.list, QStringLiteral("Cats"),
-                                     f.root.path() + QStringLiteral("Cats"), f.folders);
-    EXPECT_TRUE(result.copied);
-    ASSERT_EQ(result.problems.size(), 1);
-    EXPECT_TRUE(
-        result.problems.first().contains(QStringLiteral("ScrapBookStore.txt does not exist")));
 }
 
 // The scan: subfolders with a catalogue, then store lines with one, then "default"; an entry
@@ -187,18 +175,6 @@ TEST(MultiBook, FolderScanFailures) {
         result.problems,
         QStringList{f.root.path() + QStringLiteral("nowhere/: no such folder. Name the "
                                                    "folder whose subfolders are scrapbooks")});
-}
-
-TEST(MultiBook, CopyOnlyWhatExists) {
-    TempFolder system;
-    const QString target = system.write(QStringLiteral("multibook.txt"), "old");
-    EXPECT_EQ(CopyMutiBooktoScrapbookSystemFolder(system.path() + QStringLiteral("none.txt"),
-                                                  system.path()),
-              CopySourceMissing);
-    EXPECT_EQ(ReadBytes(target), QByteArray("old"));
-    const QString source = system.write(QStringLiteral("multibook1.txt"), "new");
-    EXPECT_EQ(CopyMutiBooktoScrapbookSystemFolder(source, system.path()), CopyDone);
-    EXPECT_EQ(ReadBytes(target), QByteArray("new"));
 }
 
 } // namespace

@@ -101,6 +101,29 @@ TEST(ListCommand, TheCommandLineCatalogueJoinsTheStoreOnce) {
     run = m.run({QStringLiteral("list"), QStringLiteral("File=notes.txt")});
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(run.err.contains(QStringLiteral("File=notes.txt is not File= followed by")));
+    run = m.run({QStringLiteral("list"),
+                 QStringLiteral("File=") + m.root.path() + QStringLiteral("books/scrapbook.rdf")});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("books/ holds no scrapbook.rdf")));
+    EXPECT_EQ(ReadBytes(store), "New Book*" + m.rootBytes + "books/New Book/\r\n");
+}
+
+// The three real collections, read in place: counted, never written to.
+TEST(ListCommand, RealCollections) {
+    FakeMachine m;
+    const QString wild = QDir(QStringLiteral(QMR_WILD_DIR)).absolutePath() + QLatin1Char('/');
+    QByteArray store;
+    for (const char* name : {"scim-shield", "airbase-ru", "azuwis-scrap"})
+        store += QByteArray(name) + "*" + wild.toUtf8() + name + "\r\n";
+    m.root.write(QStringLiteral("app/ScrapBookStore.txt"), store);
+    const RunResult run = m.run({QStringLiteral("list")});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    // No names in a fresh run: the rows keep the order they were added in.
+    const QString w = wild.toLower();
+    EXPECT_EQ(run.out, QStringLiteral("\t0002\t%1scim-shield/\n\t0010\t%1airbase-ru/\n"
+                                      "\t0067\t%1azuwis-scrap/\n 3 Scrapbooks \n")
+                           .arg(w));
+    EXPECT_FALSE(QFileInfo::exists(wild + QStringLiteral("scim-shield/ScrapbookPrj.ini")));
 }
 
 TEST(StoreCommand, AddsOnceAndRefusesBadInput) {
@@ -155,11 +178,6 @@ TEST(MultibookCommand, AddWritesTheExtensionsList) {
     EXPECT_TRUE(run.err.contains(QStringLiteral("there is no ScrapBook folder at ") + system));
     EXPECT_TRUE(ReadBytes(m.app + QStringLiteral("ScrapBookStore.txt"))
                     .endsWith("Dogs*" + m.rootBytes + "Dogs\r\n"));
-
-    run = m.run({QStringLiteral("multibook"), QStringLiteral("add"), m.root.path()});
-    EXPECT_EQ(run.exitCode, 2);
-    run = m.run({QStringLiteral("multibook"), QStringLiteral("merge"), cats});
-    EXPECT_EQ(run.exitCode, 2);
 }
 
 TEST(MultibookCommand, ScanWritesTheBaseFoldersList) {

@@ -230,25 +230,5 @@ TEST(Sitemap, DeepNestingNeitherOverflowsNorLosesTheDepth) {
     EXPECT_EQ(s.build.catalogue.items.last().parentId, id(kDepth - 1));
 }
 
-TEST(Sitemap, EntryWritersKeepTheirIndentation) {
-    test::TempFolder folder;
-    LocalTextFile file(folder.path() + QStringLiteral("entries.txt"));
-    WriteFolderEntry(file, QStringLiteral("F"), 1);
-    WritePageEntry(file, QStringLiteral("P"), QStringLiteral("t.html"), 11);
-    ASSERT_TRUE(file.commit());
-    EXPECT_EQ(test::ReadBytes(folder.path() + QStringLiteral("entries.txt")),
-              QByteArray("      <LI><OBJECT type=\"text/sitemap\">\r\n"
-                         "            <param name=\"Name\" value=\"F\">\r\n"
-                         "            <param name=\"ImageNumber\" value=\"1\">\r\n"
-                         "          </OBJECT>\r\n"
-                         "         <UL>\r\n"
-                         "            <LI><OBJECT type=\"text/sitemap\">\r\n"
-                         "                  <param name=\"Name\" value=\"P\">\r\n"
-                         "                  <param name=\"Local\" value=\"t.html\">\r\n"
-                         "                  <param name=\"ImageNumber\" value=\"11\">\r\n"
-                         "                </OBJECT>\r\n"
-                         "         </UL>\r\n"));
-}
-
 } // namespace
 } // namespace qmr

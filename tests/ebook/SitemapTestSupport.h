@@ -54,7 +54,8 @@ inline ::testing::AssertionResult SameLines(const QList<QByteArray>& expected,
         const QByteArray got = i < actual.size() ? actual.at(i) : QByteArray("<none>");
         if (want != got)
             return ::testing::AssertionFailure()
-                   << "line " << i + 1 << "\n  expected: " << LocalCodePage::decode(want).toStdString()
+                   << "line " << i + 1
+                   << "\n  expected: " << LocalCodePage::decode(want).toStdString()
                    << "\n  actual:   " << LocalCodePage::decode(got).toStdString();
     }
     return ::testing::AssertionSuccess();

@@ -1,9 +1,6 @@
 #include "library/FirefoxScrapbook.h"
 
-#include "platform/FirefoxFolder.h"
 #include "support/TempFolder.h"
-
-#include <QDir>
 
 #include <gtest/gtest.h>
 
@@ -44,11 +41,6 @@ TEST(FirefoxScrapbook, TheDefaultProfileDecides) {
     }
     TempFolder none;
     EXPECT_EQ(FirefoxScrapbookFolder(none.path()), none.path() + QStringLiteral("ScrapBook/"));
-}
-
-TEST(FirefoxScrapbook, FoundBelowTheHomeFolder) {
-    EXPECT_EQ(FirefoxFolder(), QDir::homePath() + QStringLiteral("/.mozilla/firefox/"));
-    EXPECT_EQ(FindFirefoxScrapbookFolder(), FirefoxScrapbookFolder(FirefoxFolder()));
 }
 
 } // namespace
