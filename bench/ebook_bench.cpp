@@ -7,6 +7,7 @@
 
 #include "catalogue/BuildHost.h"
 #include "catalogue/RdfReader.h"
+#include "ebook/EbookBuild.h"
 #include "ebook/EbookContext.h"
 #include "ebook/Sitemap.h"
 #include "website/ListPage.h"
@@ -138,6 +139,35 @@ void TableOfContentsOnly(benchmark::State& state) {
     run(state, Stages::SitemapsOfALoadedCatalogue);
 }
 
+// The whole "Make Ebook" run without the compiler: every file of the project, as
+// `quillmere ebook FOLDER --no-compile` writes them.
+void WholeProject(benchmark::State& state) {
+    const qint64 items = state.range(0);
+    const Case& c = cases().at(items);
+    QString error;
+    const QString folder = scrapbookFor(items, &error);
+    if (folder.isEmpty()) {
+        state.SkipWithError(error.toLocal8Bit().constData());
+        return;
+    }
+    QuietHost host;
+    qmr::EbookRequest request;
+    request.folder = folder;
+    request.options.makeChmFile = false;
+    request.chrome.scrapbookName = QStringLiteral("Bench");
+    request.limits = c.limits;
+    request.view = false;
+    for (auto _ : state) {
+        const qmr::EbookResult result = qmr::StartCreateChmEbook(host, request);
+        if (!result.ok) {
+            state.SkipWithError(result.problem.toLocal8Bit().constData());
+            return;
+        }
+    }
+    state.counters["items"] = double(c.options.items);
+    state.counters["folders"] = double(c.options.folders);
+}
+
 void everySize(benchmark::internal::Benchmark* bench) {
     for (const auto& entry : cases())
         bench->Arg(entry.first);
@@ -149,6 +179,7 @@ BENCHMARK(TableOfContentsAndListPages)
     ->Apply(everySize)
     ->ArgName("items")
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(WholeProject)->Apply(everySize)->ArgName("items")->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -14,15 +14,6 @@ using test::ReadBytes;
 using test::RunQuillmereProgram;
 using test::TempFolder;
 
-void copyTree(const QString& from, const QString& to) {
-    QDir().mkpath(to);
-    const QDir source(from);
-    for (const QString& name : source.entryList(QDir::Files | QDir::Hidden))
-        QFile::copy(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
-    for (const QString& name : source.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        copyTree(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
-}
-
 bool haveProgram(const char* name) {
     return !QStandardPaths::findExecutable(QString::fromLatin1(name)).isEmpty();
 }
@@ -34,7 +25,7 @@ QStringList lines(const QString& text) {
 TEST(EbookCommand, OptionsComeFromTheScrapbooksSettingsUnlessGiven) {
     TempFolder temp;
     const QString folder = temp.path() + QStringLiteral("book/");
-    copyTree(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook"), folder);
+    test::CopyTree(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook"), folder);
     temp.write(QStringLiteral("book/ScrapbookPrj.ini"),
                "[Scrapbook]\r\nScrapbookName=Tea\r\n[Content]\r\nMakeChmFile=0\r\n");
     const QString home = temp.path() + QStringLiteral("home/");
@@ -68,7 +59,7 @@ TEST(EbookCommand, CompilesAndNamesTheBook) {
     if (!haveProgram("chmcmd")) GTEST_SKIP() << "chmcmd missing";
     TempFolder temp;
     const QString folder = temp.path() + QStringLiteral("book/");
-    copyTree(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook"), folder);
+    test::CopyTree(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook"), folder);
     const QString home = temp.path() + QStringLiteral("home/");
     const test::RunResult run =
         RunQuillmereProgram({QStringLiteral("--home"), home, QStringLiteral("ebook"), folder,
@@ -101,7 +92,7 @@ TEST(EbookCommand, WildCollectionsCompile) {
             GTEST_SKIP() << "no collections";
         TempFolder temp;
         const QString folder = temp.path() + QString::fromLatin1(name) + QLatin1Char('/');
-        copyTree(source, folder);
+        test::CopyTree(source, folder);
         const QString home = temp.path() + QStringLiteral("home/");
         const test::RunResult run =
             RunQuillmereProgram({QStringLiteral("--home"), home, QStringLiteral("ebook"), folder,

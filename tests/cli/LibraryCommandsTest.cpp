@@ -110,8 +110,10 @@ TEST(ListCommand, TheCommandLineCatalogueJoinsTheStoreOnce) {
 
 // The three real collections, read in place: counted, never written to.
 TEST(ListCommand, RealCollections) {
-    FakeMachine m;
     const QString wild = QDir(QStringLiteral(QMR_WILD_DIR)).absolutePath() + QLatin1Char('/');
+    if (!QFileInfo::exists(wild + QStringLiteral("scim-shield/scrapbook.rdf")))
+        GTEST_SKIP() << "no shared collections here";
+    FakeMachine m;
     QByteArray store;
     for (const char* name : {"scim-shield", "airbase-ru", "azuwis-scrap"})
         store += QByteArray(name) + "*" + wild.toUtf8() + name + "\r\n";

@@ -21,19 +21,10 @@ const QString kPrivatePage = QStringLiteral("20240308201500");
 const QString kOrphanPage = QStringLiteral("20240309120000");
 const QString kKioskNote = QStringLiteral("20240307080000");
 
-void copyTree(const QString& from, const QString& to) {
-    QDir().mkpath(to);
-    const QDir source(from);
-    for (const QString& name : source.entryList(QDir::Files | QDir::Hidden))
-        QFile::copy(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
-    for (const QString& name : source.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        copyTree(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
-}
-
 // A copy of the bundled example scrapbook, so the build writes nothing into the source tree.
 QString copyOfExample(const TempFolder& folder) {
     const QString target = folder.path() + QStringLiteral("sample-scrapbook/");
-    copyTree(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook"), target);
+    test::CopyTree(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook"), target);
     return target;
 }
 

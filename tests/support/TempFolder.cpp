@@ -26,6 +26,15 @@ QByteArray ReadBytes(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+void CopyTree(const QString& from, const QString& to) {
+    QDir().mkpath(to);
+    const QDir source(from);
+    for (const QString& name : source.entryList(QDir::Files | QDir::Hidden))
+        QFile::copy(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
+    for (const QString& name : source.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot))
+        CopyTree(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
+}
+
 QString WithNuls(const char* text) {
     return QString::fromUtf8(text).replace(QLatin1Char('|'), QChar(0));
 }

@@ -21,6 +21,9 @@ class TempFolder {
 
 QByteArray ReadBytes(const QString& path);
 
+// Copies a folder with everything below it (hidden files too).
+void CopyTree(const QString& from, const QString& to);
+
 // The text with every "|" turned into a NUL character, for the NUL-separated lists of ini files.
 QString WithNuls(const char* text);
 
