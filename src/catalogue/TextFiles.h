@@ -14,6 +14,11 @@ namespace qmr {
 bool ConvertUtf8ToLocalText(const QString& sourcePath, const QString& targetPath,
                             QString* error = nullptr);
 
+// What a text becomes when written in the local code page and saved again as UTF-8: its lines
+// (characters the code page lacks turned into "?") each followed by CR LF, as UTF-8 after a
+// byte-order mark.
+QByteArray LocalTextAsUtf8(const QString& text);
+
 // Reads `sourcePath` line by line in the local code page, joins the lines each followed by
 // CR LF and writes them to `targetPath` as UTF-8 with a byte-order mark, replacing it.
 bool ConvertLocalTextToUtf8(const QString& sourcePath, const QString& targetPath,

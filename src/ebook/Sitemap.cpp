@@ -138,8 +138,10 @@ bool hhk2(EbookContext& build, const QString& path, QString* error) {
     const Catalogue& catalogue = build.catalogue;
     for (int i = 0; i < catalogue.itemCount && i < catalogue.items.size(); ++i) {
         const CatalogueItem& item = catalogue.items.at(i);
-        // The walk places only items whose identifiers can name their folders.
-        if (item.placed && IsSafePathComponent(item.id)) writeIndexEntry(build, file, item);
+        // The walk places only items whose identifiers can name their folders. An item without
+        // a title gives no keyword: an empty keyword can crash the compiler's binary index.
+        if (item.placed && IsSafePathComponent(item.id) && !item.title.isEmpty())
+            writeIndexEntry(build, file, item);
     }
     file.writeLine(QStringLiteral("      </UL>"));
     file.writeLine(HtmlFooter(build.chrome, QStringLiteral("./")));

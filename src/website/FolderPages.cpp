@@ -1,6 +1,5 @@
 #include "website/ListPage.h"
 
-#include "catalogue/LocalTextFile.h"
 #include "catalogue/PathSafety.h"
 #include "catalogue/TextFiles.h"
 #include "website/PageFragments.h"
@@ -25,17 +24,15 @@ QString parentLink(const Catalogue& catalogue, const CatalogueItem& folder) {
            catalogue.items.at(parent).title + QStringLiteral("</a>&gt;") + kLineEnd;
 }
 
-// Writes one folder page through the scratch file, then saves it again as UTF-8.
+// Writes one folder page as UTF-8, with the text it would have after a round trip through the
+// local code page (the page is made in memory, not through a scratch file on disk).
 bool writeFolderPage(const PageChrome& chrome, const CatalogueItem& folder,
                      const QString& pageFolder, QString* error) {
-    const QString scratch = pageFolder + QStringLiteral("tmp.html");
-    LocalTextFile page(scratch);
-    page.writeLine(HtmlHead(chrome, folder.title, QStringLiteral("UTF-8")));
     // The body's lines carry their own line ends.
-    page.write(folder.folderBody);
-    page.writeLine(HtmlFooter(chrome, kRootPrefix));
-    if (!page.commit(error)) return false;
-    return ConvertLocalTextToUtf8(scratch, pageFolder + folder.id + QStringLiteral(".html"), error);
+    const QString text = HtmlHead(chrome, folder.title, QStringLiteral("UTF-8")) + kLineEnd +
+                         folder.folderBody + HtmlFooter(chrome, kRootPrefix) + kLineEnd;
+    return WriteFileAtomically(pageFolder + folder.id + QStringLiteral(".html"),
+                               LocalTextAsUtf8(text), error);
 }
 
 } // namespace

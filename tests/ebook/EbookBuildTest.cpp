@@ -165,5 +165,26 @@ TEST(EbookBuild, RefusesNoSelectionBrokenCataloguesAndUnsafeIdentifiers) {
     EXPECT_FALSE(ReadBytes(scrapbook + QStringLiteral("Index.hhc")).contains("evil"));
 }
 
+// An untitled page stays in the table of contents but gives no index keyword: an empty keyword
+// can crash the compiler's binary index.
+TEST(EbookBuild, UntitledPagesGiveNoIndexKeyword) {
+    TempFolder scrapbook;
+    scrapbook.write(QStringLiteral("scrapbook.rdf"),
+                    "<RDF:Seq RDF:about=\"urn:scrapbook:root\">\n"
+                    "<RDF:li RDF:resource=\"urn:scrapbook:item20080309000000\"/>\n"
+                    "<RDF:li RDF:resource=\"urn:scrapbook:item20080309000001\"/>\n"
+                    "</RDF:Seq>\n"
+                    "<RDF:Description RDF:about=\"urn:scrapbook:item20080309000000\"\n"
+                    "NS1:id=\"20080309000000\"\nNS1:type=\"\"\nNS1:title=\"\" />\n"
+                    "<RDF:Description RDF:about=\"urn:scrapbook:item20080309000001\"\n"
+                    "NS1:id=\"20080309000001\"\nNS1:type=\"\"\nNS1:title=\"Named\" />\n");
+    RecordingHost host;
+    ASSERT_TRUE(StartCreateChmEbook(host, requestFor(scrapbook.path(), false)).ok);
+    EXPECT_TRUE(ReadBytes(scrapbook.path() + QStringLiteral("Index.hhc")).contains("20080309000000"));
+    const QByteArray index = ReadBytes(scrapbook.path() + QStringLiteral("Index.hhk"));
+    EXPECT_FALSE(index.contains("20080309000000"));
+    EXPECT_TRUE(index.contains("data/20080309000001/index.html"));
+}
+
 } // namespace
 } // namespace qmr
