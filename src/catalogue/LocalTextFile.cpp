@@ -16,7 +16,9 @@ void LocalTextFile::writeLine(const QString& text) {
     m_pending += QLatin1String("\r\n");
 }
 
-void LocalTextFile::write(const QString& text) { m_pending += text; }
+void LocalTextFile::write(const QString& text) {
+    m_pending += text;
+}
 
 void LocalTextFile::flushText() {
     if (m_pending.isEmpty()) return;

@@ -79,7 +79,7 @@ bool fail(CatalogueError* error, const QString& file, int line, const QString& p
 // Splits the working copy into trimmed lines, stopping with an error past the limit.
 bool readLines(const QString& text, Catalogue& catalogue, const QString& rdfPath,
                const CatalogueLimits& limits, CatalogueError* error) {
-    const QStringList raw = SplitLocalLines(text);
+    QStringList raw = SplitLocalLines(text);
     if (raw.size() > limits.maxLines) {
         return fail(error, rdfPath, limits.maxLines + 1,
                     QStringLiteral("the catalogue has more than %1 lines, the most Quillmere "
@@ -88,9 +88,9 @@ bool readLines(const QString& text, Catalogue& catalogue, const QString& rdfPath
                     QStringLiteral("Raise [Limits] CatalogueLines in %1 to load it")
                         .arg(limits.settingsFile));
     }
-    catalogue.lines.reserve(raw.size());
-    for (const QString& line : raw)
-        catalogue.lines.append(line.trimmed());
+    catalogue.lines = std::move(raw);
+    for (QString& line : catalogue.lines)
+        line = std::move(line).trimmed();
     catalogue.lineCount = int(catalogue.lines.size()) - 1;
     return true;
 }
@@ -137,7 +137,8 @@ int GetEndValue(const QString& text) {
     return int(text.lastIndexOf(QLatin1Char('"'))) + 1;
 }
 
-bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath, CatalogueError* error) {
+bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath, CatalogueError* error,
+                            QByteArray* workingCopy) {
     QFile file(rdfPath);
     if (!file.open(QIODevice::ReadOnly))
         return fail(error, rdfPath, 0,
@@ -156,26 +157,23 @@ bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath, Cata
                         .arg(uchar(bytes.at(bad)), 2, 16, QLatin1Char('0'))
                         .arg(bad),
                     QStringLiteral("Save scrapbook.rdf as UTF-8, as ScrapBook writes it"));
+    const QByteArray text = Utf8ToLocalText(bytes);
     QString message;
-    if (!ConvertUtf8ToLocalText(rdfPath, txtPath, &message))
+    if (!WriteFileAtomically(txtPath, text, &message))
         return fail(error, txtPath, 0, message,
                     QStringLiteral("Make the scrapbook folder writable"));
+    if (workingCopy) *workingCopy = text;
     return true;
 }
 
-// Loads the working copy at `txtPath`; messages about its lines name the scrapbook's
-// scrapbook.rdf, the file the user can repair.
-static bool loadWorkingCopy(const QString& folder, const QString& txtPath, Catalogue& catalogue,
-                            CatalogueError* error, const CatalogueLimits& limits) {
+// Loads the working copy's bytes; messages about its lines name the scrapbook's scrapbook.rdf,
+// the file the user can repair.
+bool LoadCatalogueWorkingCopy(const QString& folder, const QByteArray& workingCopy,
+                              Catalogue& catalogue, CatalogueError* error,
+                              const CatalogueLimits& limits) {
     catalogue = Catalogue{};
     catalogue.folder = folder;
-    QFile file(txtPath);
-    if (!file.open(QIODevice::ReadOnly))
-        return fail(error, txtPath, 0,
-                    QStringLiteral("cannot read the working copy of the catalogue (%1)")
-                        .arg(file.errorString()),
-                    QStringLiteral("Choose a ScrapBook folder that holds scrapbook.rdf"));
-    const QString text = LocalCodePage::decode(file.readAll());
+    const QString text = LocalCodePage::decode(workingCopy);
     const QString rdfPath = folder + kCatalogue;
     if (readLines(text, catalogue, rdfPath, limits, error) &&
         readItems(catalogue, rdfPath, limits, error))
@@ -188,17 +186,28 @@ static bool loadWorkingCopy(const QString& folder, const QString& txtPath, Catal
 
 bool LoadAllRdfNodes(const QString& folder, Catalogue& catalogue, CatalogueError* error,
                      const CatalogueLimits& limits) {
-    return loadWorkingCopy(folder, folder + kWorkingCopy, catalogue, error, limits);
+    const QString txtPath = folder + kWorkingCopy;
+    QFile file(txtPath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        catalogue = Catalogue{};
+        catalogue.folder = folder;
+        return fail(error, txtPath, 0,
+                    QStringLiteral("cannot read the working copy of the catalogue (%1)")
+                        .arg(file.errorString()),
+                    QStringLiteral("Choose a ScrapBook folder that holds scrapbook.rdf"));
+    }
+    return LoadCatalogueWorkingCopy(folder, file.readAll(), catalogue, error, limits);
 }
 
 bool RecodeAndLoadCatalogue(const QString& folder, Catalogue& catalogue, CatalogueError* error,
                             const CatalogueLimits& limits, const QString& workingFolder) {
     const QString txtPath = (workingFolder.isEmpty() ? folder : workingFolder) + kWorkingCopy;
-    if (!ConvertCatalogueToText(folder + kCatalogue, txtPath, error)) {
+    QByteArray workingCopy;
+    if (!ConvertCatalogueToText(folder + kCatalogue, txtPath, error, &workingCopy)) {
         catalogue = Catalogue{};
         return false;
     }
-    return loadWorkingCopy(folder, txtPath, catalogue, error, limits);
+    return LoadCatalogueWorkingCopy(folder, workingCopy, catalogue, error, limits);
 }
 
 } // namespace qmr

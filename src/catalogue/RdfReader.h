@@ -3,6 +3,7 @@
 #include "catalogue/Catalogue.h"
 #include "catalogue/CatalogueError.h"
 
+#include <QByteArray>
 #include <QString>
 
 namespace qmr {
@@ -10,8 +11,10 @@ namespace qmr {
 // Makes the working copy scrapbook.txt of a scrapbook.rdf: the same text in the local code
 // page with every line feed turned into a carriage return, then one CR LF. Refuses, naming
 // the line, a catalogue that is not UTF-8 text (invalid UTF-8, NUL bytes).
+// `workingCopy`, when given, receives the bytes written, so that the load that follows need
+// not read them back.
 bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath,
-                            CatalogueError* error = nullptr);
+                            CatalogueError* error = nullptr, QByteArray* workingCopy = nullptr);
 
 // Reads folder + "scrapbook.txt" into `catalogue` (replacing what it held). The reader is
 // line-based: it relies on the layout in which ScrapBook writes its catalogue, one attribute a
@@ -19,6 +22,11 @@ bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath,
 // says why.
 bool LoadAllRdfNodes(const QString& folder, Catalogue& catalogue, CatalogueError* error = nullptr,
                      const CatalogueLimits& limits = {});
+
+// The same load from the working copy's bytes, as ConvertCatalogueToText has just written them.
+bool LoadCatalogueWorkingCopy(const QString& folder, const QByteArray& workingCopy,
+                              Catalogue& catalogue, CatalogueError* error = nullptr,
+                              const CatalogueLimits& limits = {});
 
 // Both steps for a scrapbook folder: recode scrapbook.rdf, then load the working copy. The
 // working copy is made in `workingFolder` when one is given (for a scrapbook that cannot be

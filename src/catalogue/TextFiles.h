@@ -9,6 +9,10 @@ namespace qmr {
 // Whole-file recodings between the UTF-8 files of ScrapBook and the local code page, and the
 // small path and copy helpers the builders share. Paths use "/"; folders end in "/".
 
+// UTF-8 text (a leading byte-order mark dropped) with every line feed turned into a carriage
+// return, in the local code page, followed by one CR LF.
+QByteArray Utf8ToLocalText(const QByteArray& utf8);
+
 // Reads `sourcePath` as UTF-8, turns every line feed into a carriage return (one for one),
 // and writes the text to `targetPath` in the local code page followed by one CR LF.
 bool ConvertUtf8ToLocalText(const QString& sourcePath, const QString& targetPath,

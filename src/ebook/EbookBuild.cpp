@@ -40,13 +40,15 @@ EbookResult failed(BuildHost& host, const QString& problem) {
 
 bool recodeAndLoad(EbookContext& build, const CatalogueLimits& limits, QString* problem) {
     CatalogueError error;
+    QByteArray workingCopy;
     if (!ConvertCatalogueToText(build.folder + QStringLiteral("scrapbook.rdf"),
-                                build.folder + QStringLiteral("scrapbook.txt"), &error)) {
+                                build.folder + QStringLiteral("scrapbook.txt"), &error,
+                                &workingCopy)) {
         *problem = error.text();
         return false;
     }
     build.host.add2loglist(QStringLiteral("Loading all pages..."));
-    if (!LoadAllRdfNodes(build.folder, build.catalogue, &error, limits)) {
+    if (!LoadCatalogueWorkingCopy(build.folder, workingCopy, build.catalogue, &error, limits)) {
         *problem = error.text();
         return false;
     }

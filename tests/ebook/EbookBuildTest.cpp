@@ -180,7 +180,8 @@ TEST(EbookBuild, UntitledPagesGiveNoIndexKeyword) {
                     "NS1:id=\"20080309000001\"\nNS1:type=\"\"\nNS1:title=\"Named\" />\n");
     RecordingHost host;
     ASSERT_TRUE(StartCreateChmEbook(host, requestFor(scrapbook.path(), false)).ok);
-    EXPECT_TRUE(ReadBytes(scrapbook.path() + QStringLiteral("Index.hhc")).contains("20080309000000"));
+    EXPECT_TRUE(
+        ReadBytes(scrapbook.path() + QStringLiteral("Index.hhc")).contains("20080309000000"));
     const QByteArray index = ReadBytes(scrapbook.path() + QStringLiteral("Index.hhk"));
     EXPECT_FALSE(index.contains("20080309000000"));
     EXPECT_TRUE(index.contains("data/20080309000001/index.html"));
