@@ -38,11 +38,16 @@ QByteArray ToLocalBytes(const QString& text) {
 
 // A file that stands already is replaced through a temporary file beside it, renamed over it,
 // so a failure never leaves half a file where a whole one stood; a new file is written in
-// place (and removed again when the write fails). Nothing waits for the disk: a build writes
-// thousands of pages, and a sync for each would cost seconds.
+// place (and removed again when the write fails); a file that already holds these very bytes
+// is left alone. Nothing waits for the disk: a build writes thousands of pages, and a sync for
+// each would cost seconds.
 bool WriteFileAtomically(const QString& path, const QByteArray& bytes, QString* error) {
     const QFileInfo old(path);
     const bool replacing = old.exists();
+    if (replacing && old.isFile() && old.size() == bytes.size()) {
+        QFile current(path);
+        if (current.open(QIODevice::ReadOnly) && current.readAll() == bytes) return true;
+    }
     const QString target =
         replacing ? path + QStringLiteral(".%1.tmp").arg(QCoreApplication::applicationPid()) : path;
     QFile file(target);

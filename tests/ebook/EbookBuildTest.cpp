@@ -108,6 +108,13 @@ TEST(EbookBuild, CompilesARealBookWithoutPrivatePages) {
             << id;
     EXPECT_TRUE(packed.filter(kPrivatePage).isEmpty());
     EXPECT_TRUE(packed.filter(kOrphanPage).isEmpty());
+
+    // The packed table of contents is the one the build wrote.
+    QProcess extract;
+    extract.start(QStringLiteral("7z"), {QStringLiteral("e"), QStringLiteral("-so"), result.chmPath,
+                                         QStringLiteral("Index.hhc")});
+    extract.waitForFinished(60000);
+    EXPECT_EQ(extract.readAllStandardOutput(), ReadBytes(folder + QStringLiteral("Index.hhc")));
 }
 
 TEST(EbookBuild, AppendingFolderPagesTwiceAppendsOnce) {
