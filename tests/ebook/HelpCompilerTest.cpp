@@ -196,12 +196,12 @@ TEST(HelpCompiler, DeletesTheWorkingFilesWhateverTheirCase) {
     EXPECT_FALSE(QFile::exists(book.path() + QStringLiteral("index.html")));
 }
 
+// Waits until the started program has written its whole line.
 bool WaitForFile(const QString& path) {
     QDeadlineTimer deadline(10000);
-    while (!QFile::exists(path) && !deadline.hasExpired())
+    while (!ReadBytes(path).endsWith('\n') && !deadline.hasExpired())
         QThread::msleep(50);
-    QThread::msleep(50); // let the writer finish its line
-    return QFile::exists(path);
+    return ReadBytes(path).endsWith('\n');
 }
 
 TEST(HelpCompiler, ViewsOnlyABookThatExists) {
