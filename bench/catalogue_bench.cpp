@@ -6,6 +6,8 @@
 #include "catalogue/Catalogue.h"
 #include "catalogue/RdfReader.h"
 
+#include "BenchMain.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QElapsedTimer>
@@ -144,20 +146,5 @@ BENCHMARK(LoadOnly)
 } // namespace
 
 int main(int argc, char** argv) {
-    // Keep the run away from the user's own settings and scrapbooks.
-    QTemporaryDir home;
-    QTemporaryDir folders;
-    if (!home.isValid() || !folders.isValid()) {
-        std::fprintf(stderr, "cannot make a temporary folder\n");
-        return 1;
-    }
-    qputenv("QUILLMERE_HOME", home.path().toLocal8Bit() + '/');
-    scrapbooks = &folders;
-
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    scrapbooks = nullptr;
-    return 0;
+    return qmr::bench::RunInTemporaryHome(argc, argv, scrapbooks);
 }

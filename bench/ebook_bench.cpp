@@ -12,11 +12,12 @@
 #include "ebook/Sitemap.h"
 #include "website/ListPage.h"
 
+#include "BenchMain.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QTemporaryDir>
 
-#include <cstdio>
 #include <map>
 
 namespace {
@@ -87,17 +88,22 @@ bool writeListPages(qmr::EbookContext& build, QString* error) {
            qmr::WriteFolderPages(build.chrome, build.catalogue, build.folder, error);
 }
 
+// The generated scrapbook of the benchmark's size; empty, with the benchmark skipped, when it
+// cannot be made.
+QString scrapbookOrSkip(benchmark::State& state) {
+    QString error;
+    const QString folder = scrapbookFor(state.range(0), &error);
+    if (folder.isEmpty()) state.SkipWithError(error.toLocal8Bit().constData());
+    return folder;
+}
+
 enum class Stages { Sitemaps, SitemapsAndListPages, SitemapsOfALoadedCatalogue };
 
 void run(benchmark::State& state, Stages stages) {
-    const qint64 items = state.range(0);
-    const Case& c = cases().at(items);
+    const Case& c = cases().at(state.range(0));
     QString error;
-    const QString folder = scrapbookFor(items, &error);
-    if (folder.isEmpty()) {
-        state.SkipWithError(error.toLocal8Bit().constData());
-        return;
-    }
+    const QString folder = scrapbookOrSkip(state);
+    if (folder.isEmpty()) return;
     QuietHost host;
     qmr::EbookContext loaded(host);
     loaded.folder = folder;
@@ -142,14 +148,9 @@ void TableOfContentsOnly(benchmark::State& state) {
 // The whole "Make Ebook" run without the compiler: every file of the project, as
 // `quillmere ebook FOLDER --no-compile` writes them.
 void WholeProject(benchmark::State& state) {
-    const qint64 items = state.range(0);
-    const Case& c = cases().at(items);
-    QString error;
-    const QString folder = scrapbookFor(items, &error);
-    if (folder.isEmpty()) {
-        state.SkipWithError(error.toLocal8Bit().constData());
-        return;
-    }
+    const Case& c = cases().at(state.range(0));
+    const QString folder = scrapbookOrSkip(state);
+    if (folder.isEmpty()) return;
     QuietHost host;
     qmr::EbookRequest request;
     request.folder = folder;
@@ -184,20 +185,5 @@ BENCHMARK(WholeProject)->Apply(everySize)->ArgName("items")->Unit(benchmark::kMi
 } // namespace
 
 int main(int argc, char** argv) {
-    // Keep the run away from the user's own settings and scrapbooks.
-    QTemporaryDir home;
-    QTemporaryDir folders;
-    if (!home.isValid() || !folders.isValid()) {
-        std::fprintf(stderr, "cannot make a temporary folder\n");
-        return 1;
-    }
-    qputenv("QUILLMERE_HOME", home.path().toLocal8Bit() + '/');
-    scrapbooks = &folders;
-
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    scrapbooks = nullptr;
-    return 0;
+    return qmr::bench::RunInTemporaryHome(argc, argv, scrapbooks);
 }

@@ -2,10 +2,10 @@
 
 #include "catalogue/PathSafety.h"
 #include "catalogue/TextFiles.h"
+#include "ebook/CatalogueTree.h"
 #include "platform/LocalCodePage.h"
 
 #include <QFile>
-#include <QHash>
 
 namespace qmr {
 namespace {
@@ -114,25 +114,15 @@ bool AppendFolderPage(BuildHost& host, const Catalogue& catalogue, const QString
 }
 
 void AssignParentsFromLists(Catalogue& catalogue) {
-    static const QLatin1String seqRoot("<RDF:Seq RDF:about=\"urn:scrapbook:root");
-    static const QLatin1String seqItem("<RDF:Seq RDF:about=\"urn:scrapbook:item");
-    static const QLatin1String li("<RDF:li RDF:resource=\"urn:scrapbook:item");
-    QHash<QString, int> indexOf;
-    for (int i = catalogue.itemCount - 1; i >= 0; --i)
-        indexOf.insert(catalogue.items.at(i).id, i);
-    QString owner;
-    for (const QString& line : catalogue.lines) {
-        if (line.startsWith(seqRoot)) {
-            owner = QStringLiteral("root");
-        } else if (line.startsWith(seqItem)) {
-            const QString rest = line.mid(seqItem.size());
-            owner = rest.left(rest.indexOf(QLatin1Char('"')));
-        } else if (line.startsWith(QLatin1String("</RDF:Seq>"))) {
-            owner.clear();
-        } else if (!owner.isEmpty() && line.startsWith(li) && line.size() >= li.size() + 3) {
-            const auto found = indexOf.constFind(line.mid(li.size()).chopped(3));
-            if (found != indexOf.constEnd()) catalogue.items[*found].parentId = owner;
-        }
+    const CatalogueTree tree(catalogue);
+    auto adopt = [&](const QString& name) {
+        for (int child : tree.children(name))
+            catalogue.items[child].parentId = name;
+    };
+    adopt(QStringLiteral("root"));
+    for (int i = 0; i < catalogue.itemCount; ++i) {
+        const CatalogueItem& item = catalogue.items.at(i);
+        if (item.type == u"folder" && IsSafePathComponent(item.id)) adopt(item.id);
     }
 }
 

@@ -21,8 +21,9 @@ void Index2ORG(BuildHost& host, const Catalogue& catalogue, const QString& folde
 bool AppendFolderPage(BuildHost& host, const Catalogue& catalogue, const QString& folder,
                       bool googleAD, const QStringList& midAdvertLines, QString* error);
 
-// Sets each item's parentId from the folders' lists, as the table-of-contents walk would: the
-// last list that names an item wins; the top-level list is "root".
+// Sets each item's parentId from the folders' lists, read by the same rules as the table-of-
+// contents walk reads them: the top-level list is "root", and of two lists that name an item
+// the later folder in the catalogue wins.
 void AssignParentsFromLists(Catalogue& catalogue);
 
 } // namespace qmr
