@@ -83,7 +83,7 @@ void RecodeAndLoad(benchmark::State& state) {
         return;
     }
     qmr::Catalogue catalogue;
-    qmr::CatalogueError failure;
+    qmr::InputError failure;
     for (auto _ : state) {
         if (!qmr::RecodeAndLoadCatalogue(folder, catalogue, &failure, c.limits)) {
             state.SkipWithError(failure.text().toLocal8Bit().constData());
@@ -107,7 +107,7 @@ void LoadOnly(benchmark::State& state) {
     const Case& c = cases().at(lines);
     QString error;
     const QString folder = scrapbookFor(lines, &error);
-    qmr::CatalogueError failure;
+    qmr::InputError failure;
     if (folder.isEmpty() ||
         !qmr::ConvertCatalogueToText(folder + QStringLiteral("scrapbook.rdf"),
                                      folder + QStringLiteral("scrapbook.txt"), &failure)) {

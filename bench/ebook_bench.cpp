@@ -5,7 +5,7 @@
 
 #include "ScrapbookGenerator.h"
 
-#include "catalogue/BuildHost.h"
+#include "host/BuildHost.h"
 #include "catalogue/RdfReader.h"
 #include "ebook/EbookBuild.h"
 #include "ebook/EbookContext.h"
@@ -67,7 +67,7 @@ QString scrapbookFor(qint64 items, QString* error) {
 }
 
 bool load(qmr::EbookContext& build, const Case& c, QString* error) {
-    qmr::CatalogueError failure;
+    qmr::InputError failure;
     if (qmr::RecodeAndLoadCatalogue(build.folder, build.catalogue, &failure, c.limits)) return true;
     *error = failure.text();
     return false;

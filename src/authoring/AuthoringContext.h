@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalogue/BuildHost.h"
+#include "host/BuildHost.h"
 #include "platform/AppFolder.h"
 #include "website/PageChrome.h"
 

@@ -3,7 +3,7 @@
 #include "authoring/CatalogueWriter.h"
 #include "authoring/InputTextFile.h"
 #include "authoring/NodeId.h"
-#include "catalogue/CatalogueError.h"
+#include "host/InputError.h"
 #include "catalogue/LocalTextFile.h"
 #include "catalogue/PathSafety.h"
 #include "catalogue/TextFiles.h"
@@ -46,7 +46,7 @@ class ConversionFailure {
   public:
     ConversionFailure(QString file, int line, QString problem, QString advice)
         : error{std::move(file), line, std::move(problem), std::move(advice)} {}
-    CatalogueError error;
+    InputError error;
 };
 
 [[noreturn]] void fail(const QString& file, int line, const QString& problem,

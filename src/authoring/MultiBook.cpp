@@ -104,7 +104,7 @@ bool scanCandidates(const QString& base, const QString& storePath, QStringList& 
         if (lines.at(i).trimmed().isEmpty()) continue;
         StoreEntry entry;
         if (!SplitStoreEntry(lines.at(i), entry)) {
-            CatalogueError stop = StoreLineError(storePath, i + 1, lines.at(i));
+            InputError stop = StoreLineError(storePath, i + 1, lines.at(i));
             stop.problem += QStringLiteral(", so the scan stopped before writing anything");
             stop.advice += QStringLiteral(", then run the scan again");
             problems.append(stop.text());

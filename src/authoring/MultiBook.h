@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalogue/BuildHost.h"
+#include "host/BuildHost.h"
 #include "library/ScrapbookList.h"
 
 #include <QString>

@@ -2,7 +2,7 @@
 
 #include "authoring/CatalogueWriter.h"
 #include "authoring/InputTextFile.h"
-#include "catalogue/CatalogueError.h"
+#include "host/InputError.h"
 #include "catalogue/LocalTextFile.h"
 #include "catalogue/PathSafety.h"
 #include "catalogue/TextFiles.h"
@@ -50,9 +50,9 @@ QString escapeTitle(const QString& title) {
     return escaped;
 }
 
-bool refuse(CatalogueError& error, const QString& path, int line, const QString& problem,
+bool refuse(InputError& error, const QString& path, int line, const QString& problem,
             const QString& advice) {
-    error = CatalogueError{path, line, problem, advice};
+    error = InputError{path, line, problem, advice};
     return false;
 }
 
@@ -60,7 +60,7 @@ bool refuse(CatalogueError& error, const QString& path, int line, const QString&
 // non-blank line up as the title (and it is the entry's first body line as well); the text
 // after the last separator closes no entry.
 bool readEntries(const QString& path, const QStringList& lines, QList<TextEntry>& entries,
-                 CatalogueError& error) {
+                 InputError& error) {
     QString title;
     bool titleFollows = false;
     QStringList body{QString()};
@@ -158,7 +158,7 @@ ImportResult ImportTextToScrapbook(const AuthoringContext& context, const QStrin
     QString reason;
     if (!ReadLocalInputLines(path, lines, &reason)) {
         result.problem =
-            CatalogueError{path, 0,
+            InputError{path, 0,
                            QStringLiteral("cannot read the text to import (%1)").arg(reason),
                            QStringLiteral("Put the text in data.txt in that folder, "
                                           "entries separated by lines of \"*****\"")}
@@ -166,7 +166,7 @@ ImportResult ImportTextToScrapbook(const AuthoringContext& context, const QStrin
         return result;
     }
     QList<TextEntry> entries;
-    CatalogueError error;
+    InputError error;
     if (!readEntries(path, lines, entries, error)) {
         result.problem = error.text();
         return result;

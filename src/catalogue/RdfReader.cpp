@@ -70,15 +70,15 @@ const std::array<Attribute, 7> kAttributes = {{
     {QLatin1StringView("NS1:comment=\""), &CatalogueItem::comment},
 }};
 
-bool fail(CatalogueError* error, const QString& file, int line, const QString& problem,
+bool fail(InputError* error, const QString& file, int line, const QString& problem,
           const QString& advice) {
-    if (error) *error = CatalogueError{file, line, problem, advice};
+    if (error) *error = InputError{file, line, problem, advice};
     return false;
 }
 
 // Splits the working copy into trimmed lines, stopping with an error past the limit.
 bool readLines(const QString& text, Catalogue& catalogue, const QString& rdfPath,
-               const CatalogueLimits& limits, CatalogueError* error) {
+               const CatalogueLimits& limits, InputError* error) {
     QStringList raw = SplitLocalLines(text);
     if (raw.size() > limits.maxLines) {
         return fail(error, rdfPath, limits.maxLines + 1,
@@ -96,7 +96,7 @@ bool readLines(const QString& text, Catalogue& catalogue, const QString& rdfPath
 }
 
 bool readItems(Catalogue& catalogue, const QString& rdfPath, const CatalogueLimits& limits,
-               CatalogueError* error) {
+               InputError* error) {
     int current = -1;
     for (int index = 0; index <= catalogue.lineCount; ++index) {
         const QString& line = catalogue.lines.at(index);
@@ -137,7 +137,7 @@ int GetEndValue(const QString& text) {
     return int(text.lastIndexOf(QLatin1Char('"'))) + 1;
 }
 
-bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath, CatalogueError* error,
+bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath, InputError* error,
                             QByteArray* workingCopy) {
     QFile file(rdfPath);
     if (!file.open(QIODevice::ReadOnly))
@@ -169,7 +169,7 @@ bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath, Cata
 // Loads the working copy's bytes; messages about its lines name the scrapbook's scrapbook.rdf,
 // the file the user can repair.
 bool LoadCatalogueWorkingCopy(const QString& folder, const QByteArray& workingCopy,
-                              Catalogue& catalogue, CatalogueError* error,
+                              Catalogue& catalogue, InputError* error,
                               const CatalogueLimits& limits) {
     catalogue = Catalogue{};
     catalogue.folder = folder;
@@ -184,7 +184,7 @@ bool LoadCatalogueWorkingCopy(const QString& folder, const QByteArray& workingCo
     return false;
 }
 
-bool LoadAllRdfNodes(const QString& folder, Catalogue& catalogue, CatalogueError* error,
+bool LoadAllRdfNodes(const QString& folder, Catalogue& catalogue, InputError* error,
                      const CatalogueLimits& limits) {
     const QString txtPath = folder + kWorkingCopy;
     QFile file(txtPath);
@@ -199,7 +199,7 @@ bool LoadAllRdfNodes(const QString& folder, Catalogue& catalogue, CatalogueError
     return LoadCatalogueWorkingCopy(folder, file.readAll(), catalogue, error, limits);
 }
 
-bool RecodeAndLoadCatalogue(const QString& folder, Catalogue& catalogue, CatalogueError* error,
+bool RecodeAndLoadCatalogue(const QString& folder, Catalogue& catalogue, InputError* error,
                             const CatalogueLimits& limits, const QString& workingFolder) {
     const QString txtPath = (workingFolder.isEmpty() ? folder : workingFolder) + kWorkingCopy;
     QByteArray workingCopy;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "catalogue/Catalogue.h"
-#include "catalogue/CatalogueError.h"
+#include "host/InputError.h"
 
 #include <QByteArray>
 #include <QString>
@@ -14,25 +14,25 @@ namespace qmr {
 // `workingCopy`, when given, receives the bytes written, so that the load that follows need
 // not read them back.
 bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath,
-                            CatalogueError* error = nullptr, QByteArray* workingCopy = nullptr);
+                            InputError* error = nullptr, QByteArray* workingCopy = nullptr);
 
 // Reads folder + "scrapbook.txt" into `catalogue` (replacing what it held). The reader is
 // line-based: it relies on the layout in which ScrapBook writes its catalogue, one attribute a
 // line after each "<RDF:Description" line. On failure `catalogue` is left empty and `error`
 // says why.
-bool LoadAllRdfNodes(const QString& folder, Catalogue& catalogue, CatalogueError* error = nullptr,
+bool LoadAllRdfNodes(const QString& folder, Catalogue& catalogue, InputError* error = nullptr,
                      const CatalogueLimits& limits = {});
 
 // The same load from the working copy's bytes, as ConvertCatalogueToText has just written them.
 bool LoadCatalogueWorkingCopy(const QString& folder, const QByteArray& workingCopy,
-                              Catalogue& catalogue, CatalogueError* error = nullptr,
+                              Catalogue& catalogue, InputError* error = nullptr,
                               const CatalogueLimits& limits = {});
 
 // Both steps for a scrapbook folder: recode scrapbook.rdf, then load the working copy. The
 // working copy is made in `workingFolder` when one is given (for a scrapbook that cannot be
 // written to), else in the scrapbook folder itself.
 bool RecodeAndLoadCatalogue(const QString& folder, Catalogue& catalogue,
-                            CatalogueError* error = nullptr, const CatalogueLimits& limits = {},
+                            InputError* error = nullptr, const CatalogueLimits& limits = {},
                             const QString& workingFolder = QString());
 
 // The 1-based position of the last double quote in `text`; 0 when there is none.

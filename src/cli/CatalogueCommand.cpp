@@ -38,7 +38,7 @@ int CatalogueCommand::execute(const QStringList& arguments, ConsoleHost&) {
                        .arg(ToNativePath(folder)));
     }
     Catalogue catalogue;
-    CatalogueError error;
+    InputError error;
     if (!RecodeAndLoadCatalogue(folder, catalogue, &error, ReadCatalogueLimits(GlobalIniPath()),
                                 workingFolder)) {
         PrintError(QStringLiteral("quillmere: ") + error.text());

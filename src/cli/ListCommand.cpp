@@ -34,7 +34,7 @@ bool readCommandLineFolder(const QStringList& arguments, QString& folder) {
 bool LoadListAtStartUp(ScrapbookList& list, const LibraryFolders& folders, ConsoleHost& host,
                        const QString& commandLineFolder) {
     const ListLoadReport report = LoadAllScrapbooksIntoList(list, folders, host, commandLineFolder);
-    for (const CatalogueError& skipped : report.skippedStoreLines)
+    for (const InputError& skipped : report.skippedStoreLines)
         PrintError(QStringLiteral("quillmere: ") + skipped.text());
     if (!report.storeProblem.isEmpty())
         PrintError(QStringLiteral("quillmere: ") + report.storeProblem);

@@ -39,7 +39,7 @@ EbookResult failed(BuildHost& host, const QString& problem) {
 }
 
 bool recodeAndLoad(EbookContext& build, const CatalogueLimits& limits, QString* problem) {
-    CatalogueError error;
+    InputError error;
     QByteArray workingCopy;
     if (!ConvertCatalogueToText(build.folder + QStringLiteral("scrapbook.rdf"),
                                 build.folder + QStringLiteral("scrapbook.txt"), &error,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalogue/BuildHost.h"
+#include "host/BuildHost.h"
 #include "ebook/EbookOptions.h"
 #include "ebook/HelpCompiler.h"
 #include "website/PageChrome.h"

@@ -53,7 +53,7 @@ void addStoreLines(ScrapbookList& list, const QString& storePath, BuildHost& hos
     for (int i = 0; i < lines.size(); ++i) {
         const QString& line = lines.at(i);
         if (!line.trimmed().isEmpty() && !line.contains(QLatin1Char('*'))) {
-            CatalogueError skipped = StoreLineError(storePath, i + 1, line);
+            InputError skipped = StoreLineError(storePath, i + 1, line);
             skipped.problem += QStringLiteral(", so the list leaves it out");
             report.skippedStoreLines.append(skipped);
         }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "catalogue/BuildHost.h"
-#include "catalogue/CatalogueError.h"
+#include "host/BuildHost.h"
+#include "host/InputError.h"
 #include "library/Settings.h"
 
 #include <QList>
@@ -113,7 +113,7 @@ QString CommandLineFolder(const QString& commandLine);
 // What a load met that the user should know of.
 struct ListLoadReport {
     // Store lines that were skipped because they hold no "*".
-    QList<CatalogueError> skippedStoreLines;
+    QList<InputError> skippedStoreLines;
     // Why the command-line folder could not be added to the store, when it could not.
     QString storeProblem;
 };

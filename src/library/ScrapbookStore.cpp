@@ -49,8 +49,8 @@ bool SplitStoreEntry(const QString& line, StoreEntry& entry) {
     return true;
 }
 
-CatalogueError StoreLineError(const QString& storePath, int lineNumber, const QString& line) {
-    CatalogueError error;
+InputError StoreLineError(const QString& storePath, int lineNumber, const QString& line) {
+    InputError error;
     error.file = storePath;
     error.line = lineNumber;
     error.problem = QStringLiteral("\"%1\" has no \"*\" between the scrapbook's name and its "

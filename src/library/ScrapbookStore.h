@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalogue/CatalogueError.h"
+#include "host/InputError.h"
 
 #include <QString>
 #include <QStringList>
@@ -29,7 +29,7 @@ struct StoreEntry {
 bool SplitStoreEntry(const QString& line, StoreEntry& entry);
 
 // What is wrong with a store line that holds no "*", and how to write it instead.
-CatalogueError StoreLineError(const QString& storePath, int lineNumber, const QString& line);
+InputError StoreLineError(const QString& storePath, int lineNumber, const QString& line);
 
 enum class StoreAddResult { Added, AlreadyIn, NoStoreFile, WriteFailed };
 

@@ -77,7 +77,7 @@ TEST(CatalogueWriter, WhatItWritesLoadsBackWithTheSameItemsAndTree) {
     test::TempFolder folder;
     ASSERT_TRUE(lineFormsCatalogue().Save(folder.path()));
     Catalogue catalogue;
-    CatalogueError error;
+    InputError error;
     ASSERT_TRUE(RecodeAndLoadCatalogue(folder.path(), catalogue, &error))
         << error.text().toStdString();
     ASSERT_EQ(catalogue.itemCount, 4);

@@ -82,7 +82,7 @@ TEST(RdfReaderFuzz, RandomCataloguesLoadOrAreRefusedCleanly) {
         const QByteArray rdf = randomCatalogue(rng);
         folder.write(QStringLiteral("scrapbook.rdf"), rdf);
         Catalogue catalogue;
-        CatalogueError error;
+        InputError error;
         if (RecodeAndLoadCatalogue(folder.path(), catalogue, &error, limits)) {
             ASSERT_LE(catalogue.lineCount, limits.maxLines - 1) << "seed " << seed;
             ASSERT_EQ(catalogue.items.size(), catalogue.itemCount) << "seed " << seed;

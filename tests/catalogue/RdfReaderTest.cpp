@@ -42,10 +42,10 @@ QString writeScrapbook(const TempFolder& folder, const QByteArray& rdf) {
     return folder.path();
 }
 
-CatalogueError loadFailure(const QByteArray& rdf, const CatalogueLimits& limits = {}) {
+InputError loadFailure(const QByteArray& rdf, const CatalogueLimits& limits = {}) {
     TempFolder folder;
     Catalogue catalogue;
-    CatalogueError error;
+    InputError error;
     EXPECT_FALSE(RecodeAndLoadCatalogue(writeScrapbook(folder, rdf), catalogue, &error, limits));
     EXPECT_EQ(catalogue.itemCount, 0);
     EXPECT_TRUE(catalogue.items.isEmpty());
@@ -62,7 +62,7 @@ QByteArray descriptions(int count) {
 TEST(RdfReader, LoadsTheItemTableAsTheLinesStand) {
     TempFolder folder;
     Catalogue catalogue;
-    CatalogueError error;
+    InputError error;
     ASSERT_TRUE(RecodeAndLoadCatalogue(writeScrapbook(folder, kCatalogue), catalogue, &error))
         << error.text().toStdString();
     // 20 lines and the empty one after the final line feed; lineCount is the last index.
@@ -125,31 +125,31 @@ TEST(RdfReader, SmallCatalogues) {
 }
 
 TEST(RdfReader, RefusesBrokenCataloguesNamingFileAndLine) {
-    const CatalogueError quote = loadFailure("<RDF:Description\n  NS1:title=\"no end\n");
+    const InputError quote = loadFailure("<RDF:Description\n  NS1:title=\"no end\n");
     EXPECT_EQ(quote.line, 2);
     EXPECT_TRUE(quote.file.endsWith(QStringLiteral("/scrapbook.rdf")));
     EXPECT_TRUE(quote.text().contains(QStringLiteral(
         "scrapbook.rdf: line 2: the value of NS1:title has no closing double quote")))
         << quote.text().toStdString();
 
-    const CatalogueError early = loadFailure("<RDF:RDF>\nNS1:id=\"1\"\n<RDF:Description\n");
+    const InputError early = loadFailure("<RDF:RDF>\nNS1:id=\"1\"\n<RDF:Description\n");
     EXPECT_EQ(early.line, 2);
     EXPECT_TRUE(early.problem.contains(QStringLiteral("before the first <RDF:Description")));
 
-    const CatalogueError utf8 = loadFailure("<RDF:RDF>\n\n<x \xC3\x28/>\n");
+    const InputError utf8 = loadFailure("<RDF:RDF>\n\n<x \xC3\x28/>\n");
     EXPECT_EQ(utf8.line, 3);
     EXPECT_TRUE(utf8.problem.contains(QStringLiteral("not valid UTF-8")));
     EXPECT_EQ(loadFailure("a\n\xE0\x80\x80\n").line, 2); // an overlong form
     EXPECT_EQ(loadFailure("\xED\xA0\x80").line, 1);      // a surrogate
     EXPECT_EQ(loadFailure("ok\n\xE5\x8F").line, 2);      // cut short at the end
 
-    const CatalogueError binary = loadFailure(QByteArray("GIF89a\n\n\x00\x01", 10));
+    const InputError binary = loadFailure(QByteArray("GIF89a\n\n\x00\x01", 10));
     EXPECT_EQ(binary.line, 3);
     EXPECT_TRUE(binary.problem.contains(QStringLiteral("binary")));
 
     TempFolder empty;
     Catalogue catalogue;
-    CatalogueError missing;
+    InputError missing;
     EXPECT_FALSE(RecodeAndLoadCatalogue(empty.path(), catalogue, &missing));
     EXPECT_TRUE(missing.text().contains(QStringLiteral("scrapbook.rdf")));
     EXPECT_FALSE(LoadAllRdfNodes(empty.path(), catalogue, &missing));
@@ -170,7 +170,7 @@ TEST(RdfReader, LineAndItemLimitsNameTheSettingThatRaisesThem) {
         writeScrapbook(folder, QByteArray(9, 'x').replace("x", "a\n")), catalogue, nullptr, small));
     EXPECT_EQ(catalogue.lineCount, 9);
 
-    const CatalogueError lines = loadFailure(QByteArray(10, 'x').replace("x", "a\n"), small);
+    const InputError lines = loadFailure(QByteArray(10, 'x').replace("x", "a\n"), small);
     EXPECT_EQ(lines.line, 11);
     EXPECT_TRUE(lines.text().contains(QStringLiteral("more than 10 lines")));
     EXPECT_TRUE(
@@ -180,7 +180,7 @@ TEST(RdfReader, LineAndItemLimitsNameTheSettingThatRaisesThem) {
     ASSERT_TRUE(
         RecodeAndLoadCatalogue(writeScrapbook(folder, descriptions(3)), catalogue, nullptr, small));
     EXPECT_EQ(catalogue.itemCount, 3);
-    const CatalogueError items = loadFailure(descriptions(4), small);
+    const InputError items = loadFailure(descriptions(4), small);
     EXPECT_EQ(items.line, 7); // the fourth <RDF:Description line
     EXPECT_TRUE(items.text().contains(QStringLiteral("more than 3 items")));
     EXPECT_TRUE(items.text().contains(QStringLiteral("[Limits] CatalogueItems")));

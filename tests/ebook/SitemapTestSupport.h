@@ -77,7 +77,7 @@ class SitemapBuild {
     // Copies a catalogue into the folder and loads it, as the build does.
     void load(const QByteArray& rdf) {
         folder.write(QStringLiteral("scrapbook.rdf"), rdf);
-        CatalogueError error;
+        InputError error;
         ASSERT_TRUE(RecodeAndLoadCatalogue(build.folder, build.catalogue, &error))
             << error.text().toStdString();
     }

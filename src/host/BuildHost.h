@@ -5,7 +5,8 @@
 namespace qmr {
 
 // What a builder may ask of whoever runs it: the desktop window shows these, the command line
-// prints them. The libraries never show a widget themselves.
+// prints them. The libraries never show a widget themselves. A builder calls its host from the
+// thread that runs the build, never from the workers it starts.
 class BuildHost {
   public:
     virtual ~BuildHost() = default;
@@ -20,6 +21,14 @@ class BuildHost {
     virtual void yield() {}
     // Opens a document, folder or web address with the desktop's default program.
     virtual void openDocument(const QString& pathOrUrl) = 0;
+    // How far the current step is: `value` out of `total` (0 when the end is not known).
+    virtual void progress(qint64 value, qint64 total) {
+        Q_UNUSED(value);
+        Q_UNUSED(total);
+    }
+    // True once the user has asked the build to stop. Builders ask where they yield, and stop
+    // cleanly: no half-written file is left where a whole one stood.
+    virtual bool cancelled() const { return false; }
 };
 
 } // namespace qmr

@@ -1,10 +1,10 @@
-#include "catalogue/CatalogueError.h"
+#include "host/InputError.h"
 
 #include "platform/PathSeparators.h"
 
 namespace qmr {
 
-QString CatalogueError::text() const {
+QString InputError::text() const {
     QString out = ToNativePath(file);
     if (line > 0) out += QStringLiteral(": line %1").arg(line);
     out += QStringLiteral(": ") + problem;

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "chm/CompileLog.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace qmr::chm {
+
+// One window of a project's [WINDOWS] section:
+//   name="caption","contents","index","default topic","home",jump 1 text,jump 1 url,
+//   jump 2 text,jump 2 url,navigation style,navigation width,buttons,[left,top,right,bottom],
+//   window style,extended style,show state,navigation closed,default tab,tab position,unused
+struct HelpWindow {
+    QString name;
+    QStringList fields; // the values after "=", quotes removed, in order; empty where left out
+};
+
+// An HTML Help project (.hhp) as the compiler reads it. Paths inside the project are relative
+// to its folder, use "/" and keep the file system's spelling.
+struct HelpProject {
+    QString folder;      // absolute, ending in "/"
+    QString projectPath; // the .hhp itself
+
+    // [OPTIONS]
+    QString compiledFile; // absolute path of the book to write
+    QString title;
+    QString defaultTopic;
+    QString contentsFile; // empty when the project names none
+    QString indexFile;
+    QString defaultWindow;
+    QString defaultFont;
+    QString errorLogFile;
+    quint32 languageId = 0x409; // "Language=0x404 ..." as a Windows language identifier
+    bool binaryToc = false;
+    bool binaryIndex = true;
+    bool fullTextSearch = false;
+
+    QList<HelpWindow> windows;
+    QStringList files;    // [FILES], in order
+    QList<int> fileLines; // the project line (1-based) of each of `files`, for messages
+};
+
+// Reads the project at `path`. Texts are decoded with the code page of the project's language
+// (the Language= line); [FILES] names, "Compiled file=" and "Default topic=" keep the file
+// system's bytes. A project that cannot be read or names no output is an error in `log`;
+// false then.
+bool ReadHelpProject(const QString& path, HelpProject& project, CompileLog& log);
+
+} // namespace qmr::chm

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+#include <QStringView>
+
+namespace qmr {
+
+// A converter between text and one named code page ("windows-950", "windows-936",
+// "windows-1252", ... or a user's name for one such as "Big5", "cp950", "GB2312"). Characters
+// the code page lacks become "?", one per character, so positions in the text do not move;
+// byte sequences that are not valid in it decode to U+FFFD, each with its own length.
+class CodePage {
+  public:
+    explicit CodePage(const QString& name);
+
+    // False for a name the converter does not know; encode and decode then give nothing.
+    bool isValid() const { return !m_name.isEmpty(); }
+    // The converter's own name ("windows-950" for "Big5").
+    const QString& name() const { return m_name; }
+
+    QByteArray encode(QStringView text) const;
+    QString decode(QByteArrayView bytes) const;
+
+    // The converter's name for a user's name of a code page; the name itself when it is not
+    // one of the familiar ones.
+    static QString converterName(const QString& requested);
+
+  private:
+    QString m_name;
+    bool m_asciiRuns = false; // ASCII stands for itself and needs no conversion
+};
+
+} // namespace qmr
