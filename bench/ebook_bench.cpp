@@ -1,7 +1,6 @@
-// Times the e-book stage that walks the catalogue tree: recode and load the catalogue, write
-// the table of contents (with the forum file and folder page bodies) and the index, and then
-// the list page and folder pages, at the largest catalogue the default limits allow and at
-// 100,000 items.
+// Times the e-book build: the tree walk with the table of contents and the index, and the whole
+// build without the compiler, at the largest catalogue the default limits allow and at 100,000
+// items.
 
 #include "ScrapbookGenerator.h"
 
@@ -10,7 +9,7 @@
 #include "ebook/EbookBuild.h"
 #include "ebook/EbookContext.h"
 #include "ebook/Sitemap.h"
-#include "website/ListPage.h"
+#include "catalogue/CatalogueWalk.h"
 
 #include "BenchMain.h"
 
@@ -66,26 +65,14 @@ QString scrapbookFor(qint64 items, QString* error) {
     return folder;
 }
 
-bool load(qmr::EbookContext& build, const Case& c, QString* error) {
-    qmr::InputError failure;
-    if (qmr::RecodeAndLoadCatalogue(build.folder, build.catalogue, &failure, c.limits)) return true;
-    *error = failure.text();
-    return false;
-}
-
-// The walk and the index over a loaded catalogue, as the build runs them.
+// The walk, Index.hhc (with forum.txt and the content page) and Index.hhk over a loaded
+// catalogue, as the build runs them.
 bool writeSitemaps(qmr::EbookContext& build, QString* error) {
     build.content.ChooseContentTemplate(build.chrome, build.catalogue, build.folder);
     build.forum.open(build.folder + QStringLiteral("forum.txt"));
     return qmr::HHC(build, build.folder + QStringLiteral("Index.hhc"), error) &&
            build.forum.close(error) && build.content.CloseContentPage(error) &&
            qmr::hhk2(build, build.folder + QStringLiteral("Index.hhk"), error);
-}
-
-bool writeListPages(qmr::EbookContext& build, QString* error) {
-    return qmr::WriteListPage(build.chrome, build.catalogue, build.options.linkToSourceURL,
-                              build.folder + QStringLiteral("data/qmr/temp.html"), error) &&
-           qmr::WriteFolderPages(build.chrome, build.catalogue, build.folder, error);
 }
 
 // The generated scrapbook of the benchmark's size; empty, with the benchmark skipped, when it
@@ -97,52 +84,31 @@ QString scrapbookOrSkip(benchmark::State& state) {
     return folder;
 }
 
-enum class Stages { Sitemaps, SitemapsAndListPages, SitemapsOfALoadedCatalogue };
-
-void run(benchmark::State& state, Stages stages) {
+// The tree walk and the two sitemap files from a catalogue loaded before timing.
+void TableOfContentsOnly(benchmark::State& state) {
     const Case& c = cases().at(state.range(0));
-    QString error;
     const QString folder = scrapbookOrSkip(state);
     if (folder.isEmpty()) return;
     QuietHost host;
-    qmr::EbookContext loaded(host);
-    loaded.folder = folder;
-    if (stages == Stages::SitemapsOfALoadedCatalogue && !load(loaded, c, &error)) {
-        state.SkipWithError(error.toLocal8Bit().constData());
+    qmr::Catalogue catalogue;
+    qmr::InputError failure;
+    if (!qmr::RecodeAndLoadCatalogue(folder, catalogue, &failure, c.limits)) {
+        state.SkipWithError(failure.text().toLocal8Bit().constData());
         return;
     }
     for (auto _ : state) {
-        qmr::EbookContext build(host);
+        const qmr::CatalogueWalk walk(catalogue);
+        qmr::EbookContext build(host, catalogue, walk);
         build.folder = folder;
         build.chrome.scrapbookName = QStringLiteral("Bench");
-        bool ok = true;
-        if (stages == Stages::SitemapsOfALoadedCatalogue)
-            build.catalogue = loaded.catalogue; // each walk starts from the loaded state
-        else
-            ok = load(build, c, &error);
-        ok = ok && writeSitemaps(build, &error);
-        if (stages == Stages::SitemapsAndListPages) ok = ok && writeListPages(build, &error);
-        if (!ok) {
+        QString error;
+        if (!writeSitemaps(build, &error)) {
             state.SkipWithError(error.toLocal8Bit().constData());
             return;
         }
-        benchmark::DoNotOptimize(build.catalogue.items.data());
     }
     state.counters["items"] = double(c.options.items);
     state.counters["folders"] = double(c.options.folders);
-}
-
-// Recode, load, Index.hhc (with forum.txt and the folder bodies) and Index.hhk.
-void TableOfContents(benchmark::State& state) {
-    run(state, Stages::Sitemaps);
-}
-// The same, then the list page and one page a folder.
-void TableOfContentsAndListPages(benchmark::State& state) {
-    run(state, Stages::SitemapsAndListPages);
-}
-// Index.hhc and Index.hhk alone, from a catalogue loaded before timing.
-void TableOfContentsOnly(benchmark::State& state) {
-    run(state, Stages::SitemapsOfALoadedCatalogue);
 }
 
 // The whole "Make Ebook" run without the compiler: every file of the project, as
@@ -174,12 +140,7 @@ void everySize(benchmark::internal::Benchmark* bench) {
         bench->Arg(entry.first);
 }
 
-BENCHMARK(TableOfContents)->Apply(everySize)->ArgName("items")->Unit(benchmark::kMillisecond);
 BENCHMARK(TableOfContentsOnly)->Apply(everySize)->ArgName("items")->Unit(benchmark::kMillisecond);
-BENCHMARK(TableOfContentsAndListPages)
-    ->Apply(everySize)
-    ->ArgName("items")
-    ->Unit(benchmark::kMillisecond);
 BENCHMARK(WholeProject)->Apply(everySize)->ArgName("items")->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -3,10 +3,10 @@
 #include "authoring/CatalogueWriter.h"
 #include "authoring/InputTextFile.h"
 #include "authoring/NodeId.h"
-#include "host/InputError.h"
 #include "catalogue/LocalTextFile.h"
 #include "catalogue/PathSafety.h"
 #include "catalogue/TextFiles.h"
+#include "host/InputError.h"
 #include "platform/LocalCodePage.h"
 #include "platform/PathSeparators.h"
 #include "website/PageFragments.h"
@@ -212,10 +212,6 @@ void convert(const AuthoringContext& context, ConversionPlan& plan) {
 }
 
 } // namespace
-
-QString ConversionResult::storeEntry() const {
-    return scrapbookName + QLatin1Char('*') + ToNativePath(RemoveBackslash(scrapbookFolder));
-}
 
 QStringList ListFolderFiles(const QString& folder) {
     return QDir(folder).entryList(QDir::Files, QDir::Name | QDir::IgnoreCase);

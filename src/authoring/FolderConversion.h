@@ -16,10 +16,6 @@ struct ConversionResult {
     QString scrapbookFolder; // "<chosen folder>/scrapbook/"
     QString problem;
     int itemCount = 0; // file items described in the catalogue
-
-    // name + "*" + the scrapbook folder in native form without its trailing separator, the
-    // text the scrapbook store keeps for it.
-    QString storeEntry() const;
 };
 
 // The names of the files directly in `folder`, sorted by name ignoring case; subfolders and

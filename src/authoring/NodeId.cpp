@@ -54,7 +54,6 @@ QString NodeIdGenerator::NewNodeID(const QDate& today, QString* error) {
     if (!WriteFileAtomically(m_counterFile, LocalCodePage::encode(next + QStringLiteral("\r\n")),
                              error))
         return QString();
-    m_lastId = next;
     return next;
 }
 

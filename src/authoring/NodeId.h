@@ -19,11 +19,8 @@ class NodeIdGenerator {
     // Returns an empty text, with the reason, when NodeID.txt cannot be written.
     QString NewNodeID(const QDate& today = QDate::currentDate(), QString* error = nullptr);
 
-    QString lastId() const { return m_lastId; }
-
   private:
     QString m_counterFile;
-    QString m_lastId;
 };
 
 } // namespace qmr

@@ -3,25 +3,26 @@
 #include <algorithm>
 
 namespace qmr {
-namespace {
 
-template <typename Field>
-int firstMatching(const QList<CatalogueItem>& items, int count, const QString& wanted,
-                  Field field) {
-    const QString key = wanted.trimmed().toUpper();
-    for (int i = 0; i < count; ++i)
-        if ((items.at(i).*field).trimmed().toUpper() == key) return i;
-    return -1;
+ItemKind ItemKindOf(QStringView type) {
+    if (type.isEmpty()) return ItemKind::Page;
+    if (type == u"folder") return ItemKind::Folder;
+    if (type == u"image") return ItemKind::Image;
+    if (type == u"note") return ItemKind::Note;
+    if (type == u"bookmark") return ItemKind::Bookmark;
+    if (type == u"site") return ItemKind::Site;
+    if (type == u"marked") return ItemKind::Marked;
+    if (type == u"file") return ItemKind::File;
+    if (type == u"separator") return ItemKind::Separator;
+    return ItemKind::Unknown;
 }
 
-} // namespace
-
-int Catalogue::NodeTitleToIndex(const QString& title) const {
-    return firstMatching(items, itemCount, title, &CatalogueItem::title);
+bool CatalogueItem::isPrivate() const {
+    return comment.toUpper().contains(QLatin1String("PRIVATE"));
 }
 
-int Catalogue::NodeCommentToIndex(const QString& comment) const {
-    return firstMatching(items, itemCount, comment, &CatalogueItem::comment);
+QString ItemFolder(const QString& scrapbookFolder, const QString& id) {
+    return scrapbookFolder + QStringLiteral("data/") + id + QLatin1Char('/');
 }
 
 void Catalogue::indexIds() const {

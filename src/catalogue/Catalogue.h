@@ -7,6 +7,34 @@
 
 namespace qmr {
 
+// What an item is, from its type as the catalogue names it. Types the system does not know
+// (ScrapBook's "separator" among them) are listed by no walker.
+enum class ItemKind : quint8 {
+    Folder,   // "folder": its children are in its RDF:Seq list
+    Page,     // "": a saved web page
+    Image,    // "image"
+    Note,     // "note": a page the user wrote in ScrapBook
+    Bookmark, // "bookmark": an address, no saved copy
+    Site,     // "site": a page saved with its links followed
+    Marked,   // "marked": a page with markings
+    File,     // "file": a saved local file
+    Separator,
+    Unknown,
+};
+
+// The kind a type names, compared exactly (case matters).
+ItemKind ItemKindOf(QStringView type);
+
+// A page ScrapBook captured from somewhere: saved page, image, site, marked page or file.
+constexpr bool IsCapture(ItemKind kind) {
+    return kind == ItemKind::Page || kind == ItemKind::Image || kind == ItemKind::Site ||
+           kind == ItemKind::Marked || kind == ItemKind::File;
+}
+// The item's folder holds its own index.html: a capture or a note.
+constexpr bool HasSavedPage(ItemKind kind) {
+    return IsCapture(kind) || kind == ItemKind::Note;
+}
+
 // One item of a scrapbook as its catalogue describes it. The values stand exactly as they are
 // written between the quotes of scrapbook.rdf: entities such as "&amp;" are kept.
 struct CatalogueItem {
@@ -17,17 +45,17 @@ struct CatalogueItem {
     QString icon;
     QString source;
     QString comment;
-    // Set by the tree walk once the item is in the table of contents, so an item reached
-    // twice is written once.
-    bool placed = false;
-    // Set by the tree walk: the folder whose list held the item, or "root".
-    QString parentId;
-    // Filled by no stage; kept so the record has the shape builders expect.
-    QString spare;
-    // For a folder: the body of its folder page, gathered while the table of contents is
-    // written.
-    QString folderBody;
+    ItemKind kind = ItemKind::Page; // set from `type` once the catalogue is read
+
+    bool isFolder() const { return kind == ItemKind::Folder; }
+    bool isCapture() const { return IsCapture(kind); }
+    bool hasSavedPage() const { return HasSavedPage(kind); }
+    // "PRIVATE" in the comment, in any case, keeps a folder and all below it out of the e-book.
+    bool isPrivate() const;
 };
+
+// An item's folder: the scrapbook folder (ending in "/") + "data/" + identifier + "/".
+QString ItemFolder(const QString& scrapbookFolder, const QString& id);
 
 // How large a catalogue the reader accepts. The defaults hold about 8,800 items in
 // ScrapBook's own layout; Quillmere.ini [Limits] CatalogueLines and CatalogueItems raise them.
@@ -49,11 +77,6 @@ class Catalogue {
     QList<CatalogueItem> items; // in file order
     int lineCount = -1;         // index of the last line (a file of n lines gives n - 1)
     int itemCount = 0;
-
-    // The first item whose title (or comment), trimmed and upper-cased, equals `text` trimmed
-    // and upper-cased; -1 when none does.
-    int NodeTitleToIndex(const QString& title) const;
-    int NodeCommentToIndex(const QString& comment) const;
 
     // The first item with this identifier at position `from` (0 or 1) or later; -1 when there
     // is none. Looked up in an index made on first use, so a build's many look-ups stay cheap.

@@ -128,6 +128,8 @@ bool readItems(Catalogue& catalogue, const QString& rdfPath, const CatalogueLimi
         }
     }
     catalogue.itemCount = current + 1;
+    for (CatalogueItem& item : catalogue.items)
+        item.kind = ItemKindOf(item.type);
     return true;
 }
 

@@ -32,10 +32,6 @@ QString decodeUtf8(QByteArray bytes) {
 
 } // namespace
 
-QByteArray ToLocalBytes(const QString& text) {
-    return LocalCodePage::encode(text);
-}
-
 // A file that stands already is replaced through a temporary file beside it, renamed over it,
 // so a failure never leaves half a file where a whole one stood; a new file is written in
 // place (and removed again when the write fails); a file that already holds these very bytes
@@ -44,6 +40,13 @@ QByteArray ToLocalBytes(const QString& text) {
 bool WriteFileAtomically(const QString& path, const QByteArray& bytes, QString* error) {
     const QFileInfo old(path);
     const bool replacing = old.exists();
+    // A read-only file is the user's way of keeping it as it is: renaming over it would work
+    // (the folder is writable) but must not.
+    if (replacing && !(old.permissions() & QFileDevice::WriteOwner)) {
+        if (error)
+            *error = QStringLiteral("cannot write %1: it is read-only").arg(ToNativePath(path));
+        return false;
+    }
     if (replacing && old.isFile() && old.size() == bytes.size()) {
         QFile current(path);
         if (current.open(QIODevice::ReadOnly) && current.readAll() == bytes) return true;
@@ -183,17 +186,6 @@ int CopyFileIfExists(const QString& source, const QString& target) {
     if (stamped.open(QIODevice::ReadWrite))
         stamped.setFileTime(info.lastModified(), QFileDevice::FileModificationTime);
     return CopyDone;
-}
-
-bool CopyFolderFiles(const QString& sourceFolder, const QString& targetFolder) {
-    bool allCopied = true;
-    const QStringList names = QDir(sourceFolder).entryList(QDir::Files, QDir::Name);
-    for (const QString& name : names) {
-        if (name.left(10) == QLatin1String("index.html")) continue;
-        if (CopyFileIfExists(sourceFolder + name, targetFolder + name) == CopyFailed)
-            allCopied = false;
-    }
-    return allCopied;
 }
 
 } // namespace qmr

@@ -51,16 +51,10 @@ enum CopyStatus : int { CopyDone = 0, CopySourceMissing = 1, CopyFailed = 2 };
 // touching anything when there is no file at `source`.
 int CopyFileIfExists(const QString& source, const QString& target);
 
-// Copies every file directly inside `sourceFolder` to `targetFolder`, except files whose names
-// begin with "index.html" (case-sensitive). Returns false when a copy failed.
-bool CopyFolderFiles(const QString& sourceFolder, const QString& targetFolder);
-
 // Writes `bytes` to a temporary file beside `path` and renames it over `path`, so a failure
 // never leaves a half-written file where a whole one stood.
 bool WriteFileAtomically(const QString& path, const QByteArray& bytes, QString* error = nullptr);
 
-// Text in the local code page, as the builders write their generated files.
-QByteArray ToLocalBytes(const QString& text);
 // The UTF-8 byte-order mark.
 inline constexpr char kUtf8Bom[] = "\xEF\xBB\xBF";
 

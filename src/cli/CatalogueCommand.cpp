@@ -16,7 +16,7 @@ QString CatalogueCommand::description() const {
         "      line per item (index, id, type, title, source, comment), then the counts.");
 }
 
-int CatalogueCommand::execute(const QStringList& arguments, ConsoleHost&) {
+int CatalogueCommand::execute(const QStringList& arguments, ConsoleHost& host) {
     if (arguments.size() != 1) {
         PrintError(QStringLiteral("Usage: quillmere catalogue FOLDER"));
         return ExitBadInput;
@@ -39,7 +39,7 @@ int CatalogueCommand::execute(const QStringList& arguments, ConsoleHost&) {
     }
     Catalogue catalogue;
     InputError error;
-    if (!RecodeAndLoadCatalogue(folder, catalogue, &error, ReadCatalogueLimits(GlobalIniPath()),
+    if (!RecodeAndLoadCatalogue(folder, catalogue, &error, AppSettings(host).catalogueLimits(),
                                 workingFolder)) {
         PrintError(QStringLiteral("quillmere: ") + error.text());
         return ExitBadInput;

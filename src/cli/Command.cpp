@@ -63,7 +63,8 @@ QString ScrapbookFolderArgument(const QString& argument) {
 
 bool PrepareEnvironment() {
     QString error;
-    if (ApplyCodePageSetting(GlobalIniPath(), &error)) return true;
+    ConsoleHost host;
+    if (AppSettings(host).applyCodePage(&error)) return true;
     PrintError(QStringLiteral("quillmere: ") + error);
     return false;
 }

@@ -4,9 +4,9 @@
 #include "authoring/MultiBook.h"
 #include "catalogue/TextFiles.h"
 #include "cli/ListCommand.h"
+#include "library/Settings.h"
 #include "platform/AppFolder.h"
 #include "platform/PathSeparators.h"
-#include "website/SiteAddressSettings.h"
 
 #include <QFileInfo>
 
@@ -40,7 +40,7 @@ int ConvertFolderCommand::execute(const QStringList& arguments, ConsoleHost& hos
 
     AuthoringContext context(host);
     context.chrome.scrapbookName = GetLastFolderName(folder);
-    context.chrome.addresses = ReadSiteAddresses(GlobalIniPath());
+    context.chrome.addresses = settings.siteAddresses();
     const ConversionResult converted =
         ConvertFolderToScrapbook(context, folder, ListFolderFiles(folder));
     if (!converted.ok) {

@@ -6,7 +6,6 @@
 #include "platform/AppFolder.h"
 #include "platform/PathSeparators.h"
 #include "platform/Processes.h"
-#include "website/SiteAddressSettings.h"
 
 #include <QFileInfo>
 
@@ -61,19 +60,6 @@ bool parse(const QStringList& arguments, EbookArguments& parsed, QString* error)
     return !parsed.folder.isEmpty();
 }
 
-// A stored MakeChmFile must be a whole number, as the property page reads it.
-bool checkMakeChmFile(const QString& iniPath, QString* error) {
-    QString stored;
-    IniRead(iniPath, QStringLiteral("Content"), QStringLiteral("MakeChmFile"), stored);
-    bool number = false;
-    stored.trimmed().toInt(&number);
-    if (stored.trimmed().isEmpty() || number) return true;
-    *error = QStringLiteral("%1: [Content] MakeChmFile=%2 is not a number. Set it to 1 (make "
-                            "the .chm) or 0 (write the content pages only)")
-                 .arg(ToNativePath(iniPath), stored);
-    return false;
-}
-
 // The options as the window would hold them for this scrapbook, then the command line's.
 EbookRequest makeRequest(ConsoleHost& host, const EbookArguments& parsed, const QString& folder) {
     AppSettings settings(host);
@@ -92,9 +78,9 @@ EbookRequest makeRequest(ConsoleHost& host, const EbookArguments& parsed, const 
     request.options.appendFolderPage = parsed.appendFolderPage;
     request.chrome.scrapbookName =
         properties.name.isEmpty() ? GetLastFolderName(folder) : properties.name;
-    request.chrome.addresses = ReadSiteAddresses(GlobalIniPath());
-    request.tools = DefaultHelpTools();
-    request.limits = ReadCatalogueLimits(GlobalIniPath());
+    request.chrome.addresses = settings.siteAddresses();
+    request.tools = settings.helpTools();
+    request.limits = settings.catalogueLimits();
     request.view = parsed.view && HasDisplay();
     return request;
 }
@@ -127,10 +113,6 @@ int EbookCommand::execute(const QStringList& arguments, ConsoleHost& host) {
         PrintError(QStringLiteral("quillmere: %1 holds no scrapbook.rdf. Name a ScrapBook "
                                   "folder (the one holding scrapbook.rdf).")
                        .arg(ToNativePath(folder)));
-        return ExitBadInput;
-    }
-    if (!checkMakeChmFile(ScrapbookIniPath(folder), &error)) {
-        PrintError(QStringLiteral("quillmere: ") + error);
         return ExitBadInput;
     }
     const EbookRequest request = makeRequest(host, parsed, folder);

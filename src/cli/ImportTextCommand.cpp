@@ -2,9 +2,9 @@
 
 #include "authoring/TextImport.h"
 #include "catalogue/TextFiles.h"
+#include "library/Settings.h"
 #include "platform/AppFolder.h"
 #include "platform/PathSeparators.h"
-#include "website/SiteAddressSettings.h"
 
 #include <QFileInfo>
 
@@ -32,7 +32,7 @@ int ImportTextCommand::execute(const QStringList& arguments, ConsoleHost& host) 
     }
     AuthoringContext context(host);
     context.chrome.scrapbookName = GetLastFolderName(base);
-    context.chrome.addresses = ReadSiteAddresses(GlobalIniPath());
+    context.chrome.addresses = AppSettings(host).siteAddresses();
     const ImportResult imported = ImportTextToScrapbook(context, base);
     if (!imported.ok) {
         PrintError(QStringLiteral("quillmere: ") + imported.problem);

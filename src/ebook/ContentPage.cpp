@@ -37,9 +37,14 @@ bool unusableSource(const QString& source) {
 }
 
 // Modes 0 and 1 choose the link; any other mode keeps the link as given. A ticked box makes
-// every choosing mode link the saved copy.
+// every choosing mode link the saved copy. A bookmark has no saved copy: it links its address,
+// as the table of contents does.
 void chooseLink(const CatalogueItem& item, QString& link, int mode, bool savedCopyBox) {
     if (mode != 0 && mode != 1) return;
+    if (item.kind == ItemKind::Bookmark) {
+        link = item.source.trimmed();
+        return;
+    }
     if (savedCopyBox) mode = 1;
     const int savedCopyMode = savedCopyBox ? 1 : 0;
     if (mode == savedCopyMode) {
@@ -48,9 +53,8 @@ void chooseLink(const CatalogueItem& item, QString& link, int mode, bool savedCo
     }
     link = item.source.trimmed();
     if (unusableSource(link))
-        link = item.type == u"folder"
-                   ? QStringLiteral("data/qmr/") + item.id + QStringLiteral(".html")
-                   : savedCopy(item.id);
+        link = item.isFolder() ? QStringLiteral("data/qmr/") + item.id + QStringLiteral(".html")
+                               : savedCopy(item.id);
 }
 
 // Short titles gain "..." and long ones stand whole; the test is kept exactly as the page
@@ -98,7 +102,7 @@ void ContentPage::ChooseContentTemplate(const PageChrome& chrome, const Catalogu
         // no page at all.
         if (!IsSafePathComponent(id)) return;
         m_template = chosen;
-        m_pagePath = folder + savedCopy(id);
+        m_pagePath = ItemFolder(folder, id) + QStringLiteral("index.html");
     }
 
     m_file.open(m_pagePath);
@@ -134,11 +138,11 @@ void ContentPage::ContentItemEntry(const Catalogue& catalogue, int depth, int it
     const QString title = shownTitle(item.title);
 
     // A folder without a link gets its folder page, handed back to the caller.
-    const bool folderPage = link.isEmpty() && item.type == u"folder";
+    const bool folderPage = link.isEmpty() && item.isFolder();
     if (folderPage) link = QStringLiteral("./data/qmr/") + item.id + QStringLiteral(".html");
     if (m_file.isOpen()) {
         m_file.writeLine(QStringLiteral("&nbsp;").repeated(5 * qMax(depth, 0)));
-        m_file.writeLine(TypeIconTag(item.type, QStringLiteral("data/qmr/")));
+        m_file.writeLine(TypeIconTag(IconKindOf(item), QStringLiteral("data/qmr/")));
         m_file.writeLine(QStringLiteral("<font size=\"") + fontSize + QStringLiteral("\">"));
         m_file.writeLine(entryLine(link, title, folderPage));
     }

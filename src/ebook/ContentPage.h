@@ -34,7 +34,6 @@ class ContentPage {
     // cannot be written.
     bool CloseContentPage(QString* error = nullptr);
 
-    Template chosenTemplate() const { return m_template; }
     const QString& pagePath() const { return m_pagePath; }
 
   private:

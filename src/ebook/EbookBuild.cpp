@@ -8,6 +8,7 @@
 #include "ebook/Sitemap.h"
 #include "platform/AppFolder.h"
 #include "platform/LocalCodePage.h"
+#include "website/FolderPages.h"
 #include "website/ListPage.h"
 #include "website/TypeIconFiles.h"
 #include "website/VideoPage.h"
@@ -38,17 +39,18 @@ EbookResult failed(BuildHost& host, const QString& problem) {
     return result;
 }
 
-bool recodeAndLoad(EbookContext& build, const CatalogueLimits& limits, QString* problem) {
+// The working copy, recoded from scrapbook.rdf and loaded once for the whole build.
+bool recodeAndLoad(BuildHost& host, const QString& folder, const CatalogueLimits& limits,
+                   Catalogue& catalogue, QString* problem) {
     InputError error;
     QByteArray workingCopy;
-    if (!ConvertCatalogueToText(build.folder + QStringLiteral("scrapbook.rdf"),
-                                build.folder + QStringLiteral("scrapbook.txt"), &error,
-                                &workingCopy)) {
+    if (!ConvertCatalogueToText(folder + QStringLiteral("scrapbook.rdf"),
+                                folder + QStringLiteral("scrapbook.txt"), &error, &workingCopy)) {
         *problem = error.text();
         return false;
     }
-    build.host.add2loglist(QStringLiteral("Loading all pages..."));
-    if (!LoadCatalogueWorkingCopy(build.folder, workingCopy, build.catalogue, &error, limits)) {
+    host.add2loglist(QStringLiteral("Loading all pages..."));
+    if (!LoadCatalogueWorkingCopy(folder, workingCopy, catalogue, &error, limits)) {
         *problem = error.text();
         return false;
     }
@@ -65,26 +67,22 @@ bool writeTableOfContents(EbookContext& build, QString* problem) {
            build.forum.close(problem) && build.content.CloseContentPage(problem);
 }
 
-bool writeListPages(EbookContext& build, QString* problem) {
+bool writeListPages(const EbookContext& build, QString* problem) {
     build.host.add2loglist(QStringLiteral("Create Page List page...(List.html)"));
     const QString qmr = build.folder + QStringLiteral("data/qmr/");
     QDir().mkpath(qmr);
     return WriteTypeIcons(qmr, problem) &&
-           WriteListPage(build.chrome, build.catalogue, build.options.linkToSourceURL,
+           WriteListPage(build.chrome, build.catalogue, build.walk, build.options.linkToSourceURL,
                          qmr + QStringLiteral("temp.html"), problem) &&
            ConvertLocalTextToUtf8(qmr + QStringLiteral("temp.html"),
                                   qmr + QStringLiteral("list.html"), problem) &&
-           WriteFolderPages(build.chrome, build.catalogue, build.folder, problem);
+           WriteFolderPages(build.chrome, build.catalogue, build.walk, build.folder, problem);
 }
 
-// The worker's stages, from the catalogue to the compiled book.
+// The worker's stages, from the loaded catalogue to the compiled book. A compiler that fails
+// ends only this stage: the build goes on after it, and the failure is reported at the end.
 bool BuildChm(EbookContext& build, const EbookRequest& request, EbookResult& result) {
     QString problem;
-    if (!recodeAndLoad(build, request.limits, &problem)) {
-        result.problem = problem;
-        result.badInput = true;
-        return false;
-    }
     if (!writeTableOfContents(build, &problem) ||
         !hhp(build, build.folder + QStringLiteral("Index.hhp"), GatherScrapbookFiles(build.folder),
              &problem)) {
@@ -103,26 +101,23 @@ bool BuildChm(EbookContext& build, const EbookRequest& request, EbookResult& res
         const CompileResult compiled =
             RunHelpCompiler(build.host, request.tools, build.folder + QStringLiteral("Index.hhp"),
                             build.outputPath);
-        if (!compiled.ok) {
-            result.problem = compiled.problem;
-            return false;
-        }
         seconds = compiled.seconds;
-        result.chmPath = build.outputPath;
+        if (compiled.ok)
+            result.chmPath = build.outputPath;
+        else
+            result.problem = compiled.problem;
     }
     build.host.add2loglist(QStringLiteral("Make Chm ok! Time=") + secondsText(seconds) +
                            QStringLiteral(" Sec."));
     return true;
 }
 
-bool prepareSavedPages(EbookContext& build, const EbookRequest& request, QString* problem) {
-    if (!build.options.index2org && !build.options.appendFolderPage) return true;
-    if (!recodeAndLoad(build, request.limits, problem)) return false;
+bool prepareSavedPages(const EbookContext& build, QString* problem) {
     if (build.options.index2org) Index2ORG(build.host, build.catalogue, build.folder);
     if (!build.options.appendFolderPage) return true;
-    AssignParentsFromLists(build.catalogue);
-    return AppendFolderPage(build.host, build.catalogue, build.folder, build.options.googleAD,
-                            readAdvertLines(QStringLiteral("MID_as.TXT")), problem);
+    return AppendFolderPage(build.host, build.catalogue, build.walk, build.folder,
+                            build.options.googleAD, readAdvertLines(QStringLiteral("MID_as.TXT")),
+                            problem);
 }
 
 } // namespace
@@ -135,17 +130,26 @@ EbookResult StartCreateChmEbook(BuildHost& host, const EbookRequest& request) {
         return result;
     }
     host.add2loglist(QStringLiteral("Starting Build Quillmere ebook..."));
-    EbookContext build(host);
+    if (request.options.googleAD) { // the advert texts a build may place in its pages
+        readAdvertLines(QStringLiteral("GoogleAD-Search.txt"));
+        readAdvertLines(QStringLiteral("GoogleAD-recommand.txt"));
+    }
+    // The saved pages are prepared before the pages are written, but nothing they change is in
+    // the catalogue: one load serves the whole build.
+    Catalogue catalogue;
+    QString problem;
+    if (!recodeAndLoad(host, request.folder, request.limits, catalogue, &problem)) {
+        EbookResult result = failed(host, problem);
+        result.badInput = true;
+        return result;
+    }
+    const CatalogueWalk walk(catalogue);
+    EbookContext build(host, catalogue, walk);
     build.folder = request.folder;
     build.options = request.options;
     build.chrome = request.chrome;
     build.chrome.advertising = request.options.googleAD && request.options.makeChmFile;
-    if (build.options.googleAD) { // the advert texts a build may place in its pages
-        readAdvertLines(QStringLiteral("GoogleAD-Search.txt"));
-        readAdvertLines(QStringLiteral("GoogleAD-recommand.txt"));
-    }
-    QString problem;
-    if (!prepareSavedPages(build, request, &problem)) return failed(host, problem);
+    if (!prepareSavedPages(build, &problem)) return failed(host, problem);
 
     EbookResult result;
     if (!BuildChm(build, request, result)) {
@@ -159,6 +163,11 @@ EbookResult StartCreateChmEbook(BuildHost& host, const EbookRequest& request) {
     host.add2loglist(QStringLiteral("View Chm ebook..."));
     if (request.view && !result.chmPath.isEmpty()) ViewChm(host, request.tools, result.chmPath);
     host.add2loglist(QStringLiteral("ok!"));
+    // A failed compile is told last, after everything else the build makes.
+    if (!result.problem.isEmpty()) {
+        host.add2loglist(result.problem);
+        return result;
+    }
     result.ok = true;
     return result;
 }

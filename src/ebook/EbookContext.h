@@ -1,37 +1,32 @@
 #pragma once
 
-#include "host/BuildHost.h"
 #include "catalogue/Catalogue.h"
+#include "catalogue/CatalogueWalk.h"
 #include "ebook/ContentPage.h"
 #include "ebook/EbookOptions.h"
 #include "ebook/ForumFile.h"
+#include "host/BuildHost.h"
 #include "website/PageChrome.h"
 
 #include <QString>
 
 namespace qmr {
 
-// What the table-of-contents walk keeps while it runs.
-struct WalkState {
-    int TreeDepth = 0;
-    QString FirstFolderTitle;
-    QString FirstPage;
-};
-
-// One e-book build: the scrapbook folder (ending in "/"), its loaded catalogue, the options,
-// the page chrome and the files the walk writes beside the table of contents. The build driver
-// makes one and hands it to every stage.
+// One e-book build: the scrapbook folder (ending in "/"), its loaded catalogue and the walk of
+// its tree (both read, never changed, by every stage), the options, the page chrome and the
+// files written beside the table of contents.
 struct EbookContext {
-    EbookContext(BuildHost& buildHost) : host(buildHost) {}
+    EbookContext(BuildHost& buildHost, const Catalogue& loaded, const CatalogueWalk& tree)
+        : host(buildHost), catalogue(loaded), walk(tree) {}
 
     BuildHost& host;
+    const Catalogue& catalogue;
+    const CatalogueWalk& walk;
     QString folder;
-    Catalogue catalogue;
     EbookOptions options;
     PageChrome chrome;
     ContentPage content;
     ForumFile forum;
-    WalkState walk;
     // Where the compiled book goes: the application folder + "chm/" + name + ".chm".
     QString outputPath;
 };

@@ -1,6 +1,5 @@
 #include "ebook/HelpCompiler.h"
 
-#include "library/cInifile.h"
 #include "platform/AppFolder.h"
 #include "platform/PathSeparators.h"
 #include "platform/Processes.h"
@@ -15,13 +14,8 @@ namespace {
 
 constexpr int kWaitStepMilliseconds = 500;
 
-QString ReadTool(const QString& key, const QString& fallback) {
-    QString value;
-    IniRead(GlobalIniPath(), QStringLiteral("Tools"), key, value);
-    StripTrailingNul(value);
-    value = value.trimmed();
-    return value.isEmpty() ? fallback : value;
-}
+// The outside compiler used where none is configured.
+const QString kDefaultCompiler = QStringLiteral("chmcmd");
 
 QString CannotStartProblem(const QString& commandLine, const QString& reason) {
     QString problem = QStringLiteral("Cannot start the help compiler \"") + commandLine +
@@ -73,22 +67,6 @@ void WriteErrorLog(const QString& path, const QByteArray& output) {
 
 } // namespace
 
-HelpTools DefaultHelpTools() {
-    HelpTools tools;
-    if (HostIsWindows()) {
-        tools.compiler =
-            ReadTool(QStringLiteral("HelpCompiler"),
-                     QStringLiteral("\"C:\\Program Files\\HTML Help Workshop\\hhc.exe\""));
-        tools.viewer =
-            ReadTool(QStringLiteral("HelpViewer"), QStringLiteral("\"c:\\windows\\hh.exe\""));
-    } else {
-        // An empty viewer leaves the book to the desktop's default program for .chm files.
-        tools.compiler = ReadTool(QStringLiteral("HelpCompiler"), QStringLiteral("chmcmd"));
-        tools.viewer = ReadTool(QStringLiteral("HelpViewer"), QString());
-    }
-    return tools;
-}
-
 CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QString& projectPath,
                               const QString& outputPath) {
     CompileResult result;
@@ -99,13 +77,14 @@ CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QSt
     QDir().mkpath(QFileInfo(outputPath).absolutePath());
     CheckAndDeleteFile(outputPath);
 
-    QStringList command = SplitCommandLine(tools.compiler);
+    const QString compilerLine = tools.compiler.isEmpty() ? kDefaultCompiler : tools.compiler;
+    QStringList command = SplitCommandLine(compilerLine);
     command.append(project.fileName());
     QElapsedTimer timer;
     timer.start();
     RunningProgram compiler;
     if (!compiler.start(command, folder)) {
-        result.problem = CannotStartProblem(tools.compiler, compiler.errorText());
+        result.problem = CannotStartProblem(compilerLine, compiler.errorText());
         return result;
     }
     // A compiler that ends within the first step still gives one line.
@@ -130,28 +109,6 @@ CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QSt
 void CheckAndDeleteFile(const QString& path) {
     const QFileInfo info(path);
     if (info.exists() || info.isSymLink()) QFile::remove(path);
-}
-
-void DeleteAllTmpFiles(const QString& folder) {
-    // The working files were written as "Index.hhp", "scrapbook.txt" and so on; these names
-    // differ in case, so on a case-sensitive file system they are matched by hand.
-    static const QStringList workingFiles = {
-        QStringLiteral("index.hhp"),    QStringLiteral("index.hhc"),
-        QStringLiteral("index.hhK"),    QStringLiteral("hhc.txt"),
-        QStringLiteral("ErrorLog.Log"), QStringLiteral("Scrapbook.txt")};
-    const QDir dir(folder);
-    const QStringList present =
-        dir.entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
-    for (const QString& name : workingFiles) {
-        for (const QString& entry : present) {
-            if (entry.compare(name, Qt::CaseInsensitive) == 0)
-                CheckAndDeleteFile(dir.filePath(entry));
-        }
-    }
-}
-
-void ViewChm(BuildHost& host, const QString& outputPath) {
-    ViewChm(host, DefaultHelpTools(), outputPath);
 }
 
 void ViewChm(BuildHost& host, const HelpTools& tools, const QString& outputPath) {

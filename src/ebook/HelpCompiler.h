@@ -1,18 +1,11 @@
 #pragma once
 
 #include "host/BuildHost.h"
+#include "library/Settings.h"
 
 #include <QString>
 
 namespace qmr {
-
-// The compiler and viewer command lines: Quillmere.ini [Tools] HelpCompiler and HelpViewer,
-// else the platform's defaults.
-struct HelpTools {
-    QString compiler;
-    QString viewer;
-};
-HelpTools DefaultHelpTools();
 
 struct CompileResult {
     bool ok = false;
@@ -29,12 +22,8 @@ CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QSt
 // Deletes the file when it exists.
 void CheckAndDeleteFile(const QString& path);
 
-// Removes the build's working files from a scrapbook folder; names match ignoring case.
-void DeleteAllTmpFiles(const QString& folder);
-
 // Opens the compiled book when it exists, with the configured viewer or else through the host;
 // does nothing otherwise.
 void ViewChm(BuildHost& host, const HelpTools& tools, const QString& outputPath);
-void ViewChm(BuildHost& host, const QString& outputPath);
 
 } // namespace qmr

@@ -120,7 +120,7 @@ void WriteFileLines(LocalTextFile& out, const EbookContext& build, const QString
     const qsizetype folderLength = build.folder.size();
     for (const QString& path : files) {
         const int item = finder.find(path);
-        if (item >= 0 && !build.catalogue.items[item].placed) continue;
+        if (item >= 0 && !build.walk.placed(item)) continue;
         if (HasExcludedExtension(path)) continue;
         out.writeBytes(FileSystemLine(path.mid(folderLength)));
     }

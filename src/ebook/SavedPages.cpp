@@ -2,7 +2,6 @@
 
 #include "catalogue/PathSafety.h"
 #include "catalogue/TextFiles.h"
-#include "ebook/CatalogueTree.h"
 #include "platform/LocalCodePage.h"
 
 #include <QFile>
@@ -12,8 +11,14 @@ namespace {
 
 constexpr int kMostAppendedLines = 1000;
 
-QString itemFolder(const QString& folder, const QString& id) {
-    return folder + QStringLiteral("data/") + id + QLatin1Char('/');
+// The page as it was saved, kept beside it before anything changes it. Both options keep it
+// under one name; a scrapbook made where names ignore case may hold "ORG.html", which is
+// taken as the same file.
+QString originalPage(const QString& itemFolder) {
+    const QString upper = itemFolder + QStringLiteral("ORG.html");
+    if (!QFile::exists(itemFolder + QStringLiteral("org.html")) && QFile::exists(upper))
+        return upper;
+    return itemFolder + QStringLiteral("org.html");
 }
 
 QStringList readLocalLines(const QString& path) {
@@ -42,14 +47,12 @@ bool copyOrRecode(const QString& source, const QString& target, bool utf8ToLocal
     return true;
 }
 
-bool rebuildPage(const CatalogueItem& item, const QString& folder, const QStringList& gathered,
-                 QString* error) {
-    const QString dir = itemFolder(folder, item.id);
+bool rebuildPage(const CatalogueItem& item, const QString& folder, const QString& side,
+                 const QStringList& gathered, QString* error) {
+    const QString dir = ItemFolder(folder, item.id);
     const QString idx = dir + QStringLiteral("index.html");
     const QString tmp = dir + QStringLiteral("index.tmp");
-    const QString org = dir + QStringLiteral("org.html");
-    const QString side =
-        folder + QStringLiteral("data/qmr/") + item.parentId + QStringLiteral(".html");
+    const QString org = originalPage(dir);
     const bool utf8 = item.chars == u"UTF-8";
     if (!QFile::exists(org) && QFile::exists(idx) && CopyFileIfExists(idx, org) == CopyFailed) {
         if (error) *error = QStringLiteral("cannot keep %1 as org.html").arg(idx);
@@ -73,31 +76,29 @@ bool rebuildPage(const CatalogueItem& item, const QString& folder, const QString
 
 } // namespace
 
-bool HasSavedPage(const QString& type) {
-    return type.isEmpty() || type == u"note" || type == u"site" || type == u"file" ||
-           type == u"image" || type == u"marked";
-}
-
 void Index2ORG(BuildHost& host, const Catalogue& catalogue, const QString& folder) {
     for (int i = 0; i < catalogue.itemCount; ++i) {
         const CatalogueItem& item = catalogue.items.at(i);
-        if (!HasSavedPage(item.type) || !safeItem(host, item)) continue;
-        const QString dir = itemFolder(folder, item.id);
-        if (!QFile::exists(dir + QStringLiteral("ORG.html")))
-            CopyFileIfExists(dir + QStringLiteral("index.html"), dir + QStringLiteral("ORG.html"));
+        if (!item.hasSavedPage() || !safeItem(host, item)) continue;
+        const QString dir = ItemFolder(folder, item.id);
+        const QString org = originalPage(dir);
+        if (!QFile::exists(org)) CopyFileIfExists(dir + QStringLiteral("index.html"), org);
         host.yield();
     }
 }
 
-bool AppendFolderPage(BuildHost& host, const Catalogue& catalogue, const QString& folder,
-                      bool googleAD, const QStringList& midAdvertLines, QString* error) {
+bool AppendFolderPage(BuildHost& host, const Catalogue& catalogue, const CatalogueWalk& walk,
+                      const QString& folder, bool googleAD, const QStringList& midAdvertLines,
+                      QString* error) {
     for (int i = 0; i < catalogue.itemCount; ++i) {
         const CatalogueItem& item = catalogue.items.at(i);
-        if (!HasSavedPage(item.type) || !safeItem(host, item)) continue;
+        if (!item.hasSavedPage() || !safeItem(host, item)) continue;
+        // An item in the top-level list has "root" as its folder; one that no list names has
+        // none, and so no folder page beside it.
+        const QString side =
+            folder + QStringLiteral("data/qmr/") + walk.parentId(i) + QStringLiteral(".html");
         QStringList gathered;
         if (googleAD) {
-            const QString side =
-                folder + QStringLiteral("data/qmr/") + item.parentId + QStringLiteral(".html");
             gathered = midAdvertLines + readLocalLines(side);
             if (gathered.size() > kMostAppendedLines) {
                 if (error)
@@ -107,23 +108,10 @@ bool AppendFolderPage(BuildHost& host, const Catalogue& catalogue, const QString
                 return false;
             }
         }
-        if (!rebuildPage(item, folder, gathered, error)) return false;
+        if (!rebuildPage(item, folder, side, gathered, error)) return false;
         host.yield();
     }
     return true;
-}
-
-void AssignParentsFromLists(Catalogue& catalogue) {
-    const CatalogueTree tree(catalogue);
-    auto adopt = [&](const QString& name) {
-        for (int child : tree.children(name))
-            catalogue.items[child].parentId = name;
-    };
-    adopt(QStringLiteral("root"));
-    for (int i = 0; i < catalogue.itemCount; ++i) {
-        const CatalogueItem& item = catalogue.items.at(i);
-        if (item.type == u"folder" && IsSafePathComponent(item.id)) adopt(item.id);
-    }
 }
 
 } // namespace qmr

@@ -1,7 +1,6 @@
 #include "ebook/Sitemap.h"
 
 #include "catalogue/LocalTextFile.h"
-#include "catalogue/PathSafety.h"
 #include "website/PageFragments.h"
 
 #include <QStringBuilder>
@@ -71,20 +70,43 @@ void writeSitemapHead(LocalTextFile& file, EbookLanguage language, SitemapKind k
     file.writeLine(QStringLiteral("   </OBJECT>"));
 }
 
-bool isIndexedPageType(const QString& type) {
-    return type == u"note" || type.isEmpty() || type == u"site" || type == u"file" ||
-           type == u"image" || type == u"marked";
-}
-
 // The index entry of a placed item; folders and unknown types have none.
 void writeIndexEntry(const EbookContext& build, LocalTextFile& file, const CatalogueItem& item) {
-    if (item.type == u"bookmark") {
+    if (item.kind == ItemKind::Bookmark) {
         WritePageEntry(file, item.title, item.source, kSavedCopyImage);
-    } else if (isIndexedPageType(item.type)) {
+    } else if (item.hasSavedPage()) {
         const bool toSource = build.options.linkToSourceURL && !item.source.isEmpty() &&
                               !item.source.startsWith(QLatin1String("file"));
         WritePageEntry(file, item.title, toSource ? item.source : savedCopy(item.id),
                        kSavedCopyImage);
+    }
+}
+
+const QString kContentFontSize = QStringLiteral("2");
+// Content entries of folders keep the link they are given (none), so they link their folder
+// page; pages choose theirs.
+constexpr int kFolderContentMode = 2;
+// How often the table of contents lets the window repaint.
+constexpr std::size_t kStepsPerYield = 256;
+
+void contentEntry(EbookContext& build, const WalkStep& step, int mode) {
+    QString link;
+    build.content.ContentItemEntry(build.catalogue, step.level, step.item, link, kContentFontSize,
+                                   mode, build.options.makeChmFile, &build.forum);
+}
+
+// A placed item's entries: the table of contents, the content page and the forum post.
+void writePlacedItem(EbookContext& build, LocalTextFile& file, const WalkStep& step) {
+    const CatalogueItem& item = build.catalogue.items.at(step.item);
+    const int pageMode = build.options.linkToSourceURL ? 1 : 0;
+    if (item.isFolder()) {
+        if (!item.isPrivate()) contentEntry(build, step, kFolderContentMode);
+    } else if (item.kind == ItemKind::Bookmark) {
+        WriteTocPageEntry(build, file, step.item, true);
+        contentEntry(build, step, pageMode);
+    } else if (item.hasSavedPage()) {
+        WriteTocPageEntry(build, file, step.item, false);
+        contentEntry(build, step, pageMode);
     }
 }
 
@@ -113,7 +135,7 @@ void WritePageEntry(LocalTextFile& file, const QString& name, const QString& tar
     file.writeLine(QStringLiteral("         </UL>"));
 }
 
-void WriteTocPageEntry(EbookContext& build, LocalTextFile& file, int index, bool useSource) {
+void WriteTocPageEntry(const EbookContext& build, LocalTextFile& file, int index, bool useSource) {
     if (build.options.linkToSourceURL) useSource = true;
     const CatalogueItem& item = build.catalogue.items.at(index);
     if (useSource)
@@ -125,23 +147,42 @@ void WriteTocPageEntry(EbookContext& build, LocalTextFile& file, int index, bool
 bool HHC(EbookContext& build, const QString& path, QString* error) {
     LocalTextFile file(path);
     writeSitemapHead(file, build.options.language, SitemapKind::Contents);
-    build.walk = WalkState{};
-    if (!WalkCatalogueTree(build, file, QStringLiteral("root"), error)) return false;
+    for (const QString& line : build.walk.skipped())
+        build.host.add2loglist(line);
+    std::size_t done = 0;
+    for (const WalkStep& step : build.walk.steps()) {
+        switch (step.kind) {
+        case WalkStep::Kind::Place:
+            writePlacedItem(build, file, step);
+            break;
+        case WalkStep::Kind::Enter:
+            file.writeLine(QStringLiteral("   <UL>"));
+            WriteFolderEntry(file, build.catalogue.items.at(step.item).title, kFolderImage);
+            break;
+        case WalkStep::Kind::Leave:
+            file.writeLine(QStringLiteral("      </UL>"));
+            break;
+        }
+        if (++done % kStepsPerYield == 0) build.host.yield();
+    }
+    if (!build.walk.ok()) {
+        if (error) *error = build.walk.error();
+        return false;
+    }
     file.writeLine(HtmlFooter(build.chrome, QStringLiteral("./")));
     return file.commit(error);
 }
 
-bool hhk2(EbookContext& build, const QString& path, QString* error) {
+bool hhk2(const EbookContext& build, const QString& path, QString* error) {
     LocalTextFile file(path);
     writeSitemapHead(file, build.options.language, SitemapKind::Index);
     file.writeLine(QStringLiteral("<UL>"));
     const Catalogue& catalogue = build.catalogue;
     for (int i = 0; i < catalogue.itemCount && i < catalogue.items.size(); ++i) {
         const CatalogueItem& item = catalogue.items.at(i);
-        // The walk places only items whose identifiers can name their folders. An item without
-        // a title gives no keyword: an empty keyword can crash the compiler's binary index.
-        if (item.placed && IsSafePathComponent(item.id) && !item.title.isEmpty())
-            writeIndexEntry(build, file, item);
+        // An item without a title gives no keyword: an empty keyword can crash the compiler's
+        // binary index.
+        if (build.walk.placed(i) && !item.title.isEmpty()) writeIndexEntry(build, file, item);
     }
     file.writeLine(QStringLiteral("      </UL>"));
     file.writeLine(HtmlFooter(build.chrome, QStringLiteral("./")));

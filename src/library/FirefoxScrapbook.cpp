@@ -2,10 +2,7 @@
 
 #include "library/cInifile.h"
 #include "platform/FirefoxFolder.h"
-#include "platform/LocalCodePage.h"
 
-#include <QFile>
-#include <QRegularExpression>
 #include <QStringList>
 
 namespace qmr {
@@ -13,19 +10,19 @@ namespace {
 
 constexpr int kMaxProfileSections = 101;
 
-// The names of the "[Profile...]" sections in file order: every line that starts with "[P"
-// in any case, without its first and last character. Read as the ini reader reads the file, so
-// that the names match its own.
+// The profile sections ("[Profile0]", ...) in file order, as the ini reader names them: every
+// section whose name starts with "P" in any case, at most 101 of them.
 QStringList profileSections(const QString& profilesIniPath) {
-    QFile file(profilesIniPath);
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    static const QRegularExpression lineEnd(QStringLiteral("\r\n|\r|\n"));
+    cInifile ini;
+    ini.Path = profilesIniPath;
+    QStringList all;
+    int count = 0;
+    ini.EnumerateAllSections(all, count);
     QStringList sections;
-    for (const QString& raw : LocalCodePage::decode(file.readAll()).split(lineEnd)) {
-        const QString line = raw.trimmed();
-        if (!line.left(2).toUpper().startsWith(QLatin1String("[P"))) continue;
+    for (const QString& name : all) {
+        if (!name.startsWith(QLatin1Char('P'), Qt::CaseInsensitive)) continue;
         if (sections.size() == kMaxProfileSections) break;
-        sections.append(line.mid(1, line.size() - 2));
+        sections.append(name);
     }
     return sections;
 }

@@ -170,18 +170,4 @@ bool WritePrivateProfileString(const QString& section, const QString& key, const
     return ini.save(path);
 }
 
-bool WritePrivateProfileSection(const QString& section, const QString& body, const QString& path) {
-    IniText ini = IniText::load(path);
-    QStringList bodyLines = body.split(QChar(0), Qt::SkipEmptyParts);
-    int header = ini.findSection(section);
-    if (header < 0) {
-        ini.lines.append(QLatin1Char('[') + section + QLatin1Char(']'));
-        header = int(ini.lines.size()) - 1;
-    }
-    ini.lines.erase(ini.lines.begin() + header + 1, ini.lines.begin() + ini.sectionEnd(header));
-    for (int i = 0; i < bodyLines.size(); ++i)
-        ini.lines.insert(header + 1 + i, bodyLines.at(i));
-    return ini.save(path);
-}
-
 } // namespace qmr

@@ -20,7 +20,4 @@ QString GetPrivateProfileString(const QString& section, const QString& key,
 bool WritePrivateProfileString(const QString& section, const QString& key, const QString& value,
                                const QString& path);
 
-// Replaces the body of `section` with `body`: lines "key=value", each ended by a NUL.
-bool WritePrivateProfileSection(const QString& section, const QString& body, const QString& path);
-
 } // namespace qmr

@@ -2,8 +2,11 @@
 
 #include "platform/AppFolder.h"
 #include "platform/LocalCodePage.h"
+#include "platform/Processes.h"
 
 #include <QRegularExpression>
+
+#include <limits>
 
 namespace qmr {
 namespace {
@@ -11,18 +14,15 @@ namespace {
 const QString kFailedToSetValue = QStringLiteral("Failed to set value.");
 const QString kHomePageFlagText = QStringLiteral("False"); // the flag's text form; nothing reads it
 
-void use(cInifile& ini, const QString& path, const QString& section, const QString& key) {
-    ini.Path = path;
-    ini.Section = section;
-    ini.Key = key;
+// A raised limit: a number above the default, else the default.
+int raisedLimit(const QString& text, int fallback) {
+    const double value = SettingNumber(text);
+    if (value <= fallback) return fallback;
+    return value >= std::numeric_limits<int>::max() ? std::numeric_limits<int>::max() : int(value);
 }
 
-int limitFrom(const QString& iniPath, const QString& key, int fallback) {
-    QString text;
-    IniRead(iniPath, QStringLiteral("Limits"), key, text);
-    bool ok = false;
-    const int value = text.trimmed().toInt(&ok);
-    return ok && value > fallback ? value : fallback;
+void override(const QString& configured, QString& value) {
+    if (!configured.trimmed().isEmpty()) value = configured.trimmed();
 }
 
 } // namespace
@@ -31,11 +31,28 @@ QString ScrapbookIniPath(const QString& scrapbookFolder) {
     return scrapbookFolder + QStringLiteral("ScrapbookPrj.ini");
 }
 
-double ValOf(const QString& text) {
+double SettingNumber(const QString& text) {
     static const QRegularExpression leadingNumber(
         QStringLiteral("^\\s*[+-]?(\\d+\\.?\\d*|\\.\\d+)([eE][+-]?\\d+)?"));
     const QRegularExpressionMatch match = leadingNumber.match(text);
     return match.hasMatch() ? match.captured(0).trimmed().toDouble() : 0.0;
+}
+
+AppSettings::AppSettings(BuildHost& host, QString globalIniPath)
+    : m_host(host),
+      m_globalIni(globalIniPath.isEmpty() ? GlobalIniPath() : std::move(globalIniPath)) {}
+
+QString AppSettings::read(const SettingKey& key) const {
+    QString value;
+    IniRead(m_globalIni, QLatin1String(key.section), QLatin1String(key.key), value);
+    StripTrailingNul(value);
+    return value.trimmed();
+}
+
+void AppSettings::use(const QString& path, const SettingKey& key) {
+    SharedIni.Path = path;
+    SharedIni.Section = QLatin1String(key.section);
+    SharedIni.Key = QLatin1String(key.key);
 }
 
 void AppSettings::checkSuccess() {
@@ -43,7 +60,7 @@ void AppSettings::checkSuccess() {
 }
 
 QString AppSettings::ReadScrapbookName(const QString& iniPath) {
-    use(SharedIni, iniPath, QStringLiteral("Scrapbook"), QStringLiteral("ScrapbookName"));
+    use(iniPath, Keys::ScrapbookName);
     ScrapbookName = SharedIni.Value().trimmed();
     StripTrailingNul(ScrapbookName);
     if (!SharedIni.Success()) {
@@ -54,7 +71,7 @@ QString AppSettings::ReadScrapbookName(const QString& iniPath) {
 }
 
 EbookLanguage AppSettings::Load_Settings() {
-    use(SharedIni, GlobalIniPath(), QStringLiteral("Language"), QStringLiteral("Language"));
+    use(m_globalIni, Keys::Language);
     const QString value = SharedIni.Value().trimmed();
     if (value == u"1") return EbookLanguage::English;
     if (value == u"2") return EbookLanguage::ChineseTraditional;
@@ -63,7 +80,7 @@ EbookLanguage AppSettings::Load_Settings() {
 }
 
 void AppSettings::SaveLanguage(EbookLanguage language) {
-    use(SharedIni, GlobalIniPath(), QStringLiteral("Language"), QStringLiteral("Language"));
+    use(m_globalIni, Keys::Language);
     SharedIni.setValue(QString::number(int(language)));
     checkSuccess();
 }
@@ -71,12 +88,12 @@ void AppSettings::SaveLanguage(EbookLanguage language) {
 ScrapbookProperties AppSettings::load_ScrapbookName(const QString& iniPath) {
     ScrapbookProperties properties;
     properties.name = ReadScrapbookName(iniPath);
-    use(SharedIni, iniPath, QStringLiteral("Build"), QStringLiteral("LinkToSourceURL"));
-    properties.linkToSourceURL = ValOf(SharedIni.Value()) != 0;
-    use(SharedIni, iniPath, QStringLiteral("Content"), QStringLiteral("MakeChmFile"));
+    use(iniPath, Keys::LinkToSourceURL);
+    properties.linkToSourceURL = SettingNumber(SharedIni.Value()) != 0;
+    use(iniPath, Keys::MakeChmFile);
     SharedIni.Default = QStringLiteral("1");
-    properties.makeChmFile = ValOf(SharedIni.Value()) != 0;
-    use(SharedIni, iniPath, QStringLiteral("Content"), QStringLiteral("HomePageFilename"));
+    properties.makeChmFile = SettingNumber(SharedIni.Value()) != 0;
+    use(iniPath, Keys::HomePageFilename);
     SharedIni.Default = QStringLiteral("index.html");
     HomePageFilename = SharedIni.Value();
     return properties;
@@ -86,40 +103,60 @@ void AppSettings::Save_ScrapbookProperties(const QString& iniPath,
                                            const ScrapbookProperties& properties) {
     ScrapbookName = properties.name.trimmed();
     StripTrailingNul(ScrapbookName);
-    use(SharedIni, iniPath, QStringLiteral("Scrapbook"), QStringLiteral("ScrapbookName"));
+    use(iniPath, Keys::ScrapbookName);
     SharedIni.setValue(ScrapbookName);
     checkSuccess();
-    use(SharedIni, iniPath, QStringLiteral("Build"), QStringLiteral("LinkToSourceURL"));
+    use(iniPath, Keys::LinkToSourceURL);
     SharedIni.setValue(properties.linkToSourceURL ? QStringLiteral("1") : QStringLiteral("0"));
-    use(SharedIni, iniPath, QStringLiteral("Content"), QStringLiteral("MakeChmFile"));
+    use(iniPath, Keys::MakeChmFile);
     SharedIni.setValue(properties.makeChmFile ? QStringLiteral("1") : QStringLiteral("0"));
     SharedIni.Default = QStringLiteral("index.html");
-    use(SharedIni, iniPath, QStringLiteral("Content"), QStringLiteral("HomePageFilename"));
+    use(iniPath, Keys::HomePageFilename);
     SharedIni.setValue(HomePageFilename);
 }
 
 void AppSettings::initDefaultIni() {
-    use(SharedIni, GlobalIniPath(), QStringLiteral("Content"), QStringLiteral("filename"));
+    use(m_globalIni, Keys::ContentFilename);
     SharedIni.setValue(QStringLiteral("index.html"));
     checkSuccess();
-    use(SharedIni, GlobalIniPath(), QStringLiteral("Content"), QStringLiteral("IsHomePage"));
+    use(m_globalIni, Keys::ContentIsHomePage);
     SharedIni.setValue(kHomePageFlagText);
 }
 
-CatalogueLimits ReadCatalogueLimits(const QString& globalIniPath) {
+CatalogueLimits AppSettings::catalogueLimits() const {
     CatalogueLimits limits;
-    limits.maxLines = limitFrom(globalIniPath, QStringLiteral("CatalogueLines"), limits.maxLines);
-    limits.maxItems = limitFrom(globalIniPath, QStringLiteral("CatalogueItems"), limits.maxItems);
-    limits.settingsFile = globalIniPath;
+    limits.maxLines = raisedLimit(read(Keys::CatalogueLines), limits.maxLines);
+    limits.maxItems = raisedLimit(read(Keys::CatalogueItems), limits.maxItems);
+    limits.settingsFile = m_globalIni;
     return limits;
 }
 
-bool ApplyCodePageSetting(const QString& globalIniPath, QString* error) {
-    QString requested;
-    IniRead(globalIniPath, QStringLiteral("Environment"), QStringLiteral("CodePage"), requested);
+// Off Windows an empty compiler means the built-in one; on Windows HTML Help Workshop's.
+HelpTools AppSettings::helpTools() const {
+    HelpTools tools{read(Keys::HelpCompiler), read(Keys::HelpViewer)};
+    if (HostIsWindows()) {
+        if (tools.compiler.isEmpty())
+            tools.compiler = QStringLiteral("\"C:\\Program Files\\HTML Help Workshop\\hhc.exe\"");
+        if (tools.viewer.isEmpty()) tools.viewer = QStringLiteral("\"c:\\windows\\hh.exe\"");
+    }
+    return tools;
+}
+
+SiteAddresses AppSettings::siteAddresses() const {
+    SiteAddresses addresses;
+    override(read(Keys::ProjectHomePage), addresses.projectHomePage);
+    override(read(Keys::MakerSite), addresses.makerSite);
+    override(read(Keys::AdScript), addresses.adScript);
+    override(read(Keys::AdPublisherId), addresses.adPublisherId);
+    override(read(Keys::VideoSiteBase), addresses.videoSiteBase);
+    return addresses;
+}
+
+bool AppSettings::applyCodePage(QString* error) const {
+    QString requested = read(Keys::CodePage);
     if (!LocalCodePage::systemDefaultAllowsChoice()) requested.clear();
     if (LocalCodePage::select(requested, error)) return true;
-    if (error) *error = QStringLiteral("%1: [Environment] CodePage: %2").arg(globalIniPath, *error);
+    if (error) *error = QStringLiteral("%1: [Environment] CodePage: %2").arg(m_globalIni, *error);
     return false;
 }
 

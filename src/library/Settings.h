@@ -1,12 +1,40 @@
 #pragma once
 
-#include "host/BuildHost.h"
 #include "catalogue/Catalogue.h"
+#include "host/BuildHost.h"
 #include "library/cInifile.h"
 
 #include <QString>
 
 namespace qmr {
+
+// Every section and key of the two settings files, named once: Quillmere.ini in the
+// application folder, and ScrapbookPrj.ini in each scrapbook folder.
+struct SettingKey {
+    const char* section;
+    const char* key;
+};
+namespace Keys {
+// Quillmere.ini
+inline constexpr SettingKey Language{"Language", "Language"};
+inline constexpr SettingKey ContentFilename{"Content", "filename"};
+inline constexpr SettingKey ContentIsHomePage{"Content", "IsHomePage"};
+inline constexpr SettingKey CodePage{"Environment", "CodePage"};
+inline constexpr SettingKey CatalogueLines{"Limits", "CatalogueLines"};
+inline constexpr SettingKey CatalogueItems{"Limits", "CatalogueItems"};
+inline constexpr SettingKey HelpCompiler{"Tools", "HelpCompiler"};
+inline constexpr SettingKey HelpViewer{"Tools", "HelpViewer"};
+inline constexpr SettingKey ProjectHomePage{"Site", "ProjectHomePage"};
+inline constexpr SettingKey MakerSite{"Site", "MakerSite"};
+inline constexpr SettingKey AdScript{"Site", "AdScript"};
+inline constexpr SettingKey AdPublisherId{"Site", "AdPublisherId"};
+inline constexpr SettingKey VideoSiteBase{"Site", "VideoSiteBase"};
+// ScrapbookPrj.ini
+inline constexpr SettingKey ScrapbookName{"Scrapbook", "ScrapbookName"};
+inline constexpr SettingKey LinkToSourceURL{"Build", "LinkToSourceURL"};
+inline constexpr SettingKey MakeChmFile{"Content", "MakeChmFile"};
+inline constexpr SettingKey HomePageFilename{"Content", "HomePageFilename"};
+} // namespace Keys
 
 // The e-book language of Quillmere.ini [Language] Language.
 enum class EbookLanguage { None = 0, English = 1, ChineseTraditional = 2, ChineseSimplified = 3 };
@@ -18,16 +46,39 @@ struct ScrapbookProperties {
     bool makeChmFile = true;
 };
 
-// The settings of one run: the shared settings object (whose Default carries over from one
-// read to the next), the current scrapbook's display name and the program's current home-page
-// name. The window and the command line each hold one and pass it on.
+// The compiler and viewer command lines ([Tools]). An empty compiler means the built-in one
+// where there is one; an empty viewer leaves the book to the desktop's default program.
+struct HelpTools {
+    QString compiler;
+    QString viewer;
+};
+
+// Addresses that the generated pages link to ([Site]), each with its default.
+struct SiteAddresses {
+    QString projectHomePage = QStringLiteral("https://quillmere.org/");
+    QString makerSite = QStringLiteral("https://quillmere.org/");
+    QString adScript = QStringLiteral("https://pagead2.googlesyndication.com/pagead/show_ads.js");
+    QString adPublisherId = QStringLiteral("pub-0000000000000000");
+    // The published copy of a scrapbook's "data/" folder, for the website playlists.
+    QString videoSiteBase = QStringLiteral("https://quillmere.org/scrapbook/data/");
+};
+
+// A number as every setting is read: the leading number of the text ("1.0" is 1, " 12ab" is
+// 12), 0 when there is none.
+double SettingNumber(const QString& text);
+
+// The settings of one run, through the one shared settings object (whose Default carries over
+// from one read to the next), with the current scrapbook's display name and the program's
+// current home-page name. The window and the command line each hold one and pass it on.
 class AppSettings {
   public:
-    explicit AppSettings(BuildHost& host) : m_host(host) {}
+    explicit AppSettings(BuildHost& host, QString globalIniPath = QString());
 
     cInifile SharedIni;
     QString ScrapbookName;
     QString HomePageFilename = QStringLiteral("index.html");
+
+    const QString& globalIniPath() const { return m_globalIni; }
 
     // The display name in a scrapbook's ScrapbookPrj.ini (trimmed; the carried-over Default
     // when the key is missing). Also becomes the current scrapbook name.
@@ -45,24 +96,23 @@ class AppSettings {
     // Writes the two [Content] defaults of Quillmere.ini.
     void initDefaultIni();
 
+    // Quillmere.ini values the builders read, each a fresh read with its default.
+    CatalogueLimits catalogueLimits() const;
+    HelpTools helpTools() const;
+    SiteAddresses siteAddresses() const;
+    // Selects the local code page from [Environment] CodePage where the platform allows a
+    // choice. False, with the reason, for a name the converter does not know.
+    bool applyCodePage(QString* error) const;
+
   private:
+    QString read(const SettingKey& key) const;
+    void use(const QString& path, const SettingKey& key);
     void checkSuccess();
     BuildHost& m_host;
+    QString m_globalIni;
 };
 
 // The form of a scrapbook's settings file path: folder (ending in "/") + "ScrapbookPrj.ini".
 QString ScrapbookIniPath(const QString& scrapbookFolder);
-
-// Quillmere.ini [Limits] CatalogueLines and CatalogueItems, the defaults where missing or not
-// a number larger than the default.
-CatalogueLimits ReadCatalogueLimits(const QString& globalIniPath);
-
-// Selects the local code page: Quillmere.ini [Environment] CodePage where the platform allows
-// a choice. False, with the reason, for a name the converter does not know.
-bool ApplyCodePageSetting(const QString& globalIniPath, QString* error);
-
-// A value as a number the way the property page reads a stored flag: the leading number of
-// the text, 0 when there is none.
-double ValOf(const QString& text);
 
 } // namespace qmr

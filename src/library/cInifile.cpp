@@ -39,28 +39,8 @@ void cInifile::setValue(const QString& sValue) {
     m_lastReturnCode = WritePrivateProfileString(Section, Key, clean, Path) ? 1 : 0;
 }
 
-void cInifile::DeleteKey() {
-    m_lastReturnCode = WritePrivateProfileString(Section, Key, QString(), Path) ? 1 : 0;
-}
-
-void cInifile::DeleteSection() {
-    m_lastReturnCode = WritePrivateProfileString(Section, QString(), QString(), Path) ? 1 : 0;
-}
-
-QString cInifile::INISection() const {
-    return GetPrivateProfileString(Section, QString(), QString(), kListBuffer, Path);
-}
-
-void cInifile::setINISection(const QString& body) {
-    m_lastReturnCode = WritePrivateProfileSection(Section, body, Path) ? 1 : 0;
-}
-
 QString cInifile::Sections() const {
     return GetPrivateProfileString(QString(), QString(), QString(), kListBuffer, Path);
-}
-
-void cInifile::EnumerateCurrentSection(QStringList& sKey, int& iCount) const {
-    splitAtNul(INISection(), sKey, iCount, false);
 }
 
 void cInifile::EnumerateAllSections(QStringList& sSections, int& iCount) const {

@@ -27,18 +27,8 @@ class cInifile {
     // Writes Section/Key = sValue with every NUL removed; creates the file and the section.
     void setValue(const QString& sValue);
 
-    void DeleteKey();
-    void DeleteSection();
-
-    // The key names of Section, each followed by a NUL. Leaves LastReturnCode alone.
-    QString INISection() const;
-    // Replaces the whole body of Section: lines "key=value", each followed by a NUL.
-    void setINISection(const QString& body);
     // The section names of the file, each followed by a NUL.
     QString Sections() const;
-
-    // The key names of Section, in file order.
-    void EnumerateCurrentSection(QStringList& sKey, int& iCount) const;
     // The non-empty section names of the file, in file order.
     void EnumerateAllSections(QStringList& sSections, int& iCount) const;
 

@@ -1,3 +1,5 @@
+#include "website/FolderPages.h"
+
 #include "website/ListPage.h"
 
 #include "catalogue/PathSafety.h"
@@ -7,8 +9,10 @@
 #include "website/WebSource.h"
 
 #include <QDir>
+#include <QHash>
 
 #include <algorithm>
+#include <optional>
 
 namespace qmr {
 namespace {
@@ -17,31 +21,59 @@ const QString kLineEnd = QStringLiteral("\r\n");
 const QString kRootPrefix = QStringLiteral("./../../");
 
 // The "parent >" part of a folder's path, or nothing when the parent is no titled folder.
-QString parentLink(const Catalogue& catalogue, const CatalogueItem& folder) {
-    const int parent = FindItemById(catalogue, folder.parentId);
+QString parentLink(const Catalogue& catalogue, const QString& parentId) {
+    const int parent = FindItemById(catalogue, parentId);
     if (parent < 0 || catalogue.items.at(parent).title.isEmpty()) return QString();
-    return QStringLiteral("<a href=\"../qmr/") + folder.parentId + QStringLiteral(".html\">") +
+    return QStringLiteral("<a href=\"../qmr/") + parentId + QStringLiteral(".html\">") +
            catalogue.items.at(parent).title + QStringLiteral("</a>&gt;") + kLineEnd;
 }
 
 // Writes one folder page as UTF-8, with the text it would have after a round trip through the
 // local code page (the page is made in memory, not through a scratch file on disk).
-bool writeFolderPage(const PageChrome& chrome, const CatalogueItem& folder,
+bool writeFolderPage(const PageChrome& chrome, const CatalogueItem& folder, const QString& body,
                      const QString& pageFolder, QString* error) {
     // The body's lines carry their own line ends.
-    const QString text = HtmlHead(chrome, folder.title, QStringLiteral("UTF-8")) + kLineEnd +
-                         folder.folderBody + HtmlFooter(chrome, kRootPrefix) + kLineEnd;
+    const QString text = HtmlHead(chrome, folder.title, QStringLiteral("UTF-8")) + kLineEnd + body +
+                         HtmlFooter(chrome, kRootPrefix) + kLineEnd;
     return WriteFileAtomically(pageFolder + folder.id + QStringLiteral(".html"),
                                LocalTextAsUtf8(text), error);
 }
 
+// The link a folder page gives an item its folder lists; notes and unknown kinds are not
+// listed.
+std::optional<QString> itemLink(const CatalogueItem& item) {
+    if (item.isFolder()) return QStringLiteral("../qmr/") + item.id + QStringLiteral(".html");
+    if (item.kind == ItemKind::Bookmark) return item.source;
+    if (item.isCapture()) return QStringLiteral("../") + item.id + QStringLiteral("/index.html");
+    return std::nullopt;
+}
+
+// Each folder's body as the walk leaves it: started anew each time the folder is entered, one
+// line for each item its list places.
+QHash<int, QString> folderBodies(const PageChrome& chrome, const Catalogue& catalogue,
+                                 const CatalogueWalk& walk) {
+    QHash<int, QString> bodies;
+    for (const WalkStep& step : walk.steps()) {
+        if (step.kind == WalkStep::Kind::Enter) {
+            bodies[step.item] =
+                FolderPathHeader(chrome, catalogue, step.item, walk.parentName(step.parent));
+        } else if (step.kind == WalkStep::Kind::Place && step.parent >= 0) {
+            const CatalogueItem& item = catalogue.items.at(step.item);
+            if (const auto link = itemLink(item))
+                bodies[step.parent] += FolderItemLine(item, *link);
+        }
+    }
+    return bodies;
+}
+
 } // namespace
 
-QString FolderPathHeader(const PageChrome& chrome, const Catalogue& catalogue, int folderIndex) {
+QString FolderPathHeader(const PageChrome& chrome, const Catalogue& catalogue, int folderIndex,
+                         const QString& parentId) {
     const CatalogueItem& folder = catalogue.items.at(folderIndex);
     return HtmlTitleBar(chrome, kRootPrefix) + kLineEnd + HtmlNavigationBar(kRootPrefix) +
            kLineEnd + QStringLiteral("<hr size=\"1\" noshade>") + kLineEnd +
-           QStringLiteral("<font size=\"4\"><b>") + kLineEnd + parentLink(catalogue, folder) +
+           QStringLiteral("<font size=\"4\"><b>") + kLineEnd + parentLink(catalogue, parentId) +
            folder.title + QStringLiteral("</b></font><br>") + kLineEnd +
            QStringLiteral("<p align=\"left\">") + kLineEnd +
            QStringLiteral("<div align=\"left\">") + kLineEnd;
@@ -50,21 +82,22 @@ QString FolderPathHeader(const PageChrome& chrome, const Catalogue& catalogue, i
 QString FolderItemLine(const CatalogueItem& item, const QString& link) {
     const bool toSource = IsWebSource(item.source);
     const QString icon =
-        TypeIconTag(toSource ? QStringLiteral("bookmark") : item.type, QStringLiteral("../qmr/"));
+        TypeIconTag(toSource ? ItemKind::Bookmark : IconKindOf(item), QStringLiteral("../qmr/"));
     return icon + QStringLiteral("<a href=\"") + (toSource ? item.source : link) +
            QStringLiteral("\">") + item.title + QStringLiteral("</a>") + QStringLiteral("<br>") +
            kLineEnd;
 }
 
-bool WriteFolderPages(const PageChrome& chrome, const Catalogue& catalogue, const QString& root,
-                      QString* error) {
+bool WriteFolderPages(const PageChrome& chrome, const Catalogue& catalogue,
+                      const CatalogueWalk& walk, const QString& root, QString* error) {
     const QString pageFolder = root + QStringLiteral("data/qmr/");
     QDir().mkpath(pageFolder);
+    const QHash<int, QString> bodies = folderBodies(chrome, catalogue, walk);
     const int count = int(std::min<qsizetype>(catalogue.itemCount, catalogue.items.size()));
     for (int i = 0; i < count; ++i) {
         const CatalogueItem& item = catalogue.items.at(i);
-        if (item.type != u"folder" || !IsSafePathComponent(item.id)) continue;
-        if (!writeFolderPage(chrome, item, pageFolder, error)) return false;
+        if (!item.isFolder() || !IsSafePathComponent(item.id)) continue;
+        if (!writeFolderPage(chrome, item, bodies.value(i), pageFolder, error)) return false;
     }
     return true;
 }

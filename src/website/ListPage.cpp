@@ -1,7 +1,6 @@
 #include "website/ListPage.h"
 
 #include "catalogue/LocalTextFile.h"
-#include "catalogue/PathSafety.h"
 #include "website/PageFragments.h"
 #include "website/TypeIcons.h"
 #include "website/WebSource.h"
@@ -26,11 +25,6 @@ QString shownTitle(const QString& title) {
     return title.left(kShownTitleLength) + QStringLiteral("...");
 }
 
-bool isPageType(const QString& type) {
-    return type.isEmpty() || type == u"note" || type == u"site" || type == u"file" ||
-           type == u"image" || type == u"marked";
-}
-
 void writeHeaderRow(LocalTextFile& page) {
     const char* const lines[] = {
         "<table border=\"1\" width=\"90%\" id=\"table1\" cellspacing=\"1\">",
@@ -49,33 +43,35 @@ void writeHeaderRow(LocalTextFile& page) {
     page.writeLine(QStringLiteral("  </tr>"));
 }
 
-// The title cell: a link to the source or to the saved copy, chosen by the type in use.
-QString titleCell(const CatalogueItem& item, const QString& type) {
-    const QString linked = TypeIconTag(type) + shownTitle(item.title) + QStringLiteral("</a></td>");
-    if (type == u"bookmark" || (isPageType(type) && IsWebSource(item.source)))
+// The title cell: a link to the source or to the saved copy, chosen by the kind in use.
+QString titleCell(const CatalogueItem& item, ItemKind kind) {
+    const QString linked = TypeIconTag(kind) + shownTitle(item.title) + QStringLiteral("</a></td>");
+    const bool page = HasSavedPage(kind);
+    if (kind == ItemKind::Bookmark || (page && IsWebSource(item.source)))
         return QStringLiteral("<td width=\"55%\"><a href=\"") + item.source +
                QStringLiteral("\">") + linked;
-    if (isPageType(type))
+    if (page)
         return QStringLiteral("<td width=\"55%\"><a href=\"../") + item.id +
                QStringLiteral("/index.html\">") + linked;
     return QStringLiteral("<td width=\"55%\">") + shownTitle(item.title) + QStringLiteral("</td>");
 }
 
 void writeRow(LocalTextFile& page, const Catalogue& catalogue, const CatalogueItem& item,
-              bool linkToSourceURL, int serial) {
-    const QString type = linkToSourceURL ? QStringLiteral("bookmark") : item.type.toLower();
-    const int parent = FindItemById(catalogue, item.parentId);
+              const QString& parentId, bool linkToSourceURL, int serial) {
+    // The list compares types in lower case, and with "Link To Source URL" ticked shows every
+    // item as a bookmark.
+    const ItemKind kind = linkToSourceURL ? ItemKind::Bookmark : IconKindOf(item);
+    const int parent = FindItemById(catalogue, parentId);
     const QString parentText = parent >= 0 ? catalogue.items.at(parent).title : QStringLiteral(".");
     page.writeLine(QStringLiteral("  <tr>"));
     page.writeLine(QStringLiteral("      <td width=\"5%\">") +
                    (QStringLiteral("00000") + QString::number(serial)).right(5) +
                    QStringLiteral("</td>"));
-    page.writeLine(titleCell(item, type));
+    page.writeLine(titleCell(item, kind));
     page.writeLine(QStringLiteral("      <td width=\"20%\" align=\"center\">") + item.id +
                    QStringLiteral("</td>"));
     page.writeLine(QStringLiteral("      <td width=\"20%\" align=\"center\">"));
-    page.writeLine(QStringLiteral("<a href=\"../qmr/") + item.parentId +
-                   QStringLiteral(".html\">"));
+    page.writeLine(QStringLiteral("<a href=\"../qmr/") + parentId + QStringLiteral(".html\">"));
     page.writeLine(parentText + QStringLiteral("</a></td>"));
     page.writeLine(QStringLiteral("  </tr>"));
 }
@@ -86,8 +82,8 @@ int FindItemById(const Catalogue& catalogue, const QString& id) {
     return catalogue.IndexOfId(id, 1);
 }
 
-bool WriteListPage(const PageChrome& chrome, const Catalogue& catalogue, bool linkToSourceURL,
-                   const QString& path, QString* error) {
+bool WriteListPage(const PageChrome& chrome, const Catalogue& catalogue, const CatalogueWalk& walk,
+                   bool linkToSourceURL, const QString& path, QString* error) {
     QDir().mkpath(QFileInfo(path).path());
     LocalTextFile page(path);
     const QString prefix = QStringLiteral("./../../");
@@ -100,8 +96,8 @@ bool WriteListPage(const PageChrome& chrome, const Catalogue& catalogue, bool li
     const int count = heldItemCount(catalogue);
     for (int i = 1; i < count; ++i) {
         const CatalogueItem& item = catalogue.items.at(i);
-        if (item.type == u"folder" || !item.placed || !IsSafePathComponent(item.id)) continue;
-        writeRow(page, catalogue, item, linkToSourceURL, serial++);
+        if (item.isFolder() || !walk.placed(i)) continue;
+        writeRow(page, catalogue, item, walk.parentId(i), linkToSourceURL, serial++);
     }
     page.writeLine(QStringLiteral("</table>"));
     page.writeLine(HtmlFooter(chrome, prefix));

@@ -1,15 +1,20 @@
 #pragma once
 
+#include "catalogue/Catalogue.h"
+
 #include <QString>
 
 namespace qmr {
 
-// The 20 by 20 icon file of an item type (compared in lower case): the page icon for saved
-// pages, notes, sites, files, images and marked pages; the bookmark and folder icons; none for
-// any other type.
-QString TypeIconFile(const QString& type);
+// The kind whose icon an item shows: its type compared in lower case, as every page has always
+// chosen its icons.
+ItemKind IconKindOf(const CatalogueItem& item);
+
+// The 20 by 20 icon file of a kind: the page icon for saved pages, notes, sites, files, images
+// and marked pages; the bookmark and folder icons; none for any other kind.
+QString TypeIconFile(ItemKind kind);
 
 // `<img border="0" src="` + prefix + icon file + `" width="20" height="20">`
-QString TypeIconTag(const QString& type, const QString& prefix = QString());
+QString TypeIconTag(ItemKind kind, const QString& prefix = QString());
 
 } // namespace qmr

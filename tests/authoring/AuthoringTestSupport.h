@@ -1,13 +1,20 @@
 #pragma once
 
 #include "authoring/AuthoringContext.h"
-#include "catalogue/Catalogue.h"
+#include "catalogue/CatalogueWalk.h"
+#include "catalogue/RdfReader.h"
+#include "support/Golden.h"
+#include "support/Programs.h"
+#include "support/TempFolder.h"
 
-#include <QByteArray>
 #include <QDateTime>
+#include <QDirIterator>
+#include <QFileInfo>
 #include <QMap>
-#include <QString>
-#include <QStringList>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr::test {
 
@@ -15,31 +22,56 @@ namespace qmr::test {
 inline const QDate kIdentifierDay(2008, 3, 9);
 
 // A context that draws identifiers on kIdentifierDay from a counter in `appFolder`.
-AuthoringContext FixedContext(BuildHost& host, const QString& appFolder,
-                              const QString& scrapbookName);
+inline AuthoringContext FixedContext(BuildHost& host, const QString& appFolder,
+                                     const QString& scrapbookName) {
+    AuthoringContext context(host);
+    context.applicationFolder = appFolder;
+    context.today = [] { return kIdentifierDay; };
+    context.chrome.scrapbookName = scrapbookName;
+    return context;
+}
 
-// A golden file below tests/golden/authoring/.
-QByteArray Golden(const QString& relative);
-
-// Every file below `folder`, by path relative to it ("data/x/index.html").
-QMap<QString, QByteArray> FilesBelow(const QString& folder);
-
-// Compares two files line by line (at "\n"), naming the first line that differs.
-void ExpectSameFile(const QByteArray& actual, const QByteArray& expected, const QString& name);
-
-// Each list of the loaded catalogue ("root" or a folder id) with the ids it holds, in order.
-QMap<QString, QStringList> CatalogueTree(const Catalogue& catalogue);
-
-// Whether xmllint is installed, and whether it accepts the file; `output` gets its complaints.
-bool XmllintInstalled();
-bool XmllintAccepts(const QString& path, QString* output = nullptr);
-
-// Bytes and last-write time of every file below a folder, to show that nothing changed them.
-struct FileSnapshot {
+// Bytes and last-write time of every file below a folder, by path relative to it, leaving out
+// what lies below `skip`; to show which files a command made and that it changed no other.
+struct FileState {
     QByteArray bytes;
     QDateTime modified;
-    bool operator==(const FileSnapshot&) const = default;
+    bool operator==(const FileState&) const = default;
 };
-QMap<QString, FileSnapshot> SnapshotFiles(const QString& folder, const QString& skipFolder = {});
+inline QMap<QString, FileState> FilesBelow(const QString& folder, const QString& skip = {}) {
+    QMap<QString, FileState> files;
+    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        if (skip.isEmpty() || !path.startsWith(skip))
+            files.insert(path.mid(folder.size()),
+                         {ReadBytes(path), QFileInfo(path).lastModified()});
+    }
+    return files;
+}
+
+// A written scrapbook loaded back (its working copy made elsewhere, so that the one written
+// stays as it is): each folder's identifier ("root" for the top) with the identifiers its
+// list places, in order.
+inline QMap<QString, QStringList> LoadedLists(const QString& scrapbook, int* itemCount = nullptr) {
+    TempFolder working;
+    Catalogue catalogue;
+    InputError error;
+    EXPECT_TRUE(RecodeAndLoadCatalogue(scrapbook, catalogue, &error, {}, working.path()))
+        << error.text().toStdString();
+    if (itemCount) *itemCount = catalogue.itemCount;
+    const CatalogueWalk walk(catalogue);
+    QMap<QString, QStringList> lists;
+    for (const WalkStep& step : walk.steps())
+        if (step.kind == WalkStep::Kind::Place)
+            lists[walk.parentName(step.parent)] << catalogue.items.at(step.item).id;
+    return lists;
+}
+
+// xmllint's verdict on a written catalogue; true where xmllint is not installed.
+inline bool XmlReadersAccept(const QString& path) {
+    if (!HasProgram(u"xmllint"_s)) return true;
+    return RunProgram(u"xmllint"_s, {u"--noout"_s, path}).exitCode == 0;
+}
 
 } // namespace qmr::test

@@ -1,14 +1,14 @@
 #include "authoring/FolderConversion.h"
 
 #include "authoring/AuthoringTestSupport.h"
-#include "catalogue/RdfReader.h"
 #include "support/RecordingHost.h"
-#include "support/TempFolder.h"
 
 #include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr {
 namespace {
@@ -29,208 +29,130 @@ const QByteArray kSourceList = "http://example.com/a.txt*a.txt\r\n"
 // The folder "Trip Notes" of the golden files, with a subfolder and a hidden file that the
 // conversion leaves out.
 QString makeTripNotes(const test::TempFolder& root) {
-    const QString folder = QStringLiteral("Trip Notes/");
-    root.write(folder + QStringLiteral("a b@c&d=e.txt"), "hello\r\n");
-    root.write(folder + QStringLiteral("a.txt"), "A");
-    root.write(folder + QStringLiteral("data.txt"), QByteArray(1234, 'x'));
-    root.write(folder + QStringLiteral("empty.dat"), QByteArray());
-    root.write(folder + QStringLiteral("File-Source.TXT"), kSourceList);
-    root.write(folder + QStringLiteral("report.pdf"), "%PDF-1.4\n");
-    root.write(folder + QStringLiteral("剪報 2008.txt"), "abc");
-    root.write(folder + QStringLiteral("photos/inside.jpg"), "not converted");
-    root.write(folder + QStringLiteral(".hidden"), "not listed");
-    return root.path() + folder;
+    for (const auto& [name, bytes] :
+         {std::pair<const char*, QByteArray>{"a b@c&d=e.txt", "hello\r\n"},
+          {"a.txt", "A"},
+          {"data.txt", QByteArray(1234, 'x')},
+          {"empty.dat", QByteArray()},
+          {"File-Source.TXT", kSourceList},
+          {"report.pdf", "%PDF-1.4\n"},
+          {"剪報 2008.txt", "abc"},
+          {"photos/inside.jpg", "not converted"},
+          {".hidden", "not listed"}})
+        root.write(u"Trip Notes/"_s + QString::fromUtf8(name), bytes);
+    return root.path() + u"Trip Notes/"_s;
 }
 
-struct Converted {
-    ConversionResult result;
-    test::RecordingHost host;
-};
-
-void convert(Converted& out, const QString& folder, const QString& app, const QStringList& names) {
-    const AuthoringContext context =
-        test::FixedContext(out.host, app, QStringLiteral("Trip Notes"));
-    out.result = ConvertFolderToScrapbook(context, folder, names);
+ConversionResult convert(BuildHost& host, const QString& folder, const QString& app,
+                         const QStringList& names) {
+    return ConvertFolderToScrapbook(test::FixedContext(host, app, u"Trip Notes"_s), folder, names);
 }
 
-TEST(FolderConversion, SanitizesNamesAndFindsTheLastSourceLine) {
-    EXPECT_EQ(SanitizeItemName(QStringLiteral("a b@c&d=e.txt")), QStringLiteral("a-b-c-d-e.txt"));
-    EXPECT_EQ(SanitizeItemName(QStringLiteral("50%#'剪.txt")), QStringLiteral("50%#'剪.txt"));
-    const QStringList lines = {QStringLiteral("x*A.TXT"), QStringLiteral("y*b.txt"),
-                               QStringLiteral("z*data.txt")};
-    EXPECT_EQ(FindSourceLine(QStringLiteral("a.txt"), lines), 2);
-    EXPECT_EQ(FindSourceLine(QStringLiteral("B.Txt"), lines), 1);
-    EXPECT_EQ(FindSourceLine(QStringLiteral("c.txt"), lines), -1);
-    EXPECT_EQ(FindSourceLine(QStringLiteral("a.txt"), {}), -1);
-}
-
-TEST(FolderConversion, ListsOnlyTheFilesDirectlyInTheFolder) {
-    test::TempFolder root;
-    const QString folder = makeTripNotes(root);
-    EXPECT_EQ(ListFolderFiles(folder),
-              (QStringList{QStringLiteral("a b@c&d=e.txt"), QStringLiteral("a.txt"),
-                           QStringLiteral("data.txt"), QStringLiteral("empty.dat"),
-                           QStringLiteral("File-Source.TXT"), QStringLiteral("report.pdf"),
-                           QStringLiteral("剪報 2008.txt")}));
-}
-
-// Every generated file matches its golden twin; the rest are byte copies of the files.
-void expectGoldenTree(const QString& folder, const QString& scrapbookFolder) {
-    const QMap<QString, QByteArray> written = test::FilesBelow(scrapbookFolder);
-    const QMap<QString, QByteArray> golden =
-        test::FilesBelow(QStringLiteral(QMR_GOLDEN_DIR "/authoring/converted/"));
-    const QStringList copies = {QStringLiteral("a-b-c-d-e.txt"),   QStringLiteral("a.txt"),
-                                QStringLiteral("data.txt"),        QStringLiteral("empty.dat"),
-                                QStringLiteral("File-Source.TXT"), QStringLiteral("report.pdf"),
-                                QStringLiteral("剪報-2008.txt")};
-    const QStringList originals = ListFolderFiles(folder);
-    EXPECT_EQ(written.size(), golden.size() + copies.size());
-    for (auto it = golden.begin(); it != golden.end(); ++it)
-        test::ExpectSameFile(written.value(it.key()), it.value(), it.key());
-    for (int i = 0; i < copies.size(); ++i) {
-        const QString copy = QStringLiteral("data/2008030900000%1/").arg(i + 1) + copies.at(i);
-        EXPECT_EQ(written.value(copy), ReadBytes(folder + originals.at(i))) << copy.toStdString();
-    }
-}
-
-// Loaded back, the catalogue is one folder holding the seven files in order.
-void expectLoadsBack(const QString& scrapbookFolder) {
-    test::TempFolder working;
-    Catalogue catalogue;
-    ASSERT_TRUE(RecodeAndLoadCatalogue(scrapbookFolder, catalogue, nullptr, {}, working.path()));
-    ASSERT_EQ(catalogue.itemCount, 8);
-    EXPECT_EQ(catalogue.items.at(0).title, QStringLiteral("Trip Notes"));
-    EXPECT_EQ(catalogue.items.at(7).title, QStringLiteral("00000003-剪報-2008.txt"));
-    EXPECT_EQ(catalogue.items.at(7).source, QStringLiteral("http://example.com/剪報"));
-    QStringList fileIds;
-    for (int i = 1; i <= 7; ++i) {
-        EXPECT_EQ(catalogue.items.at(i).type, QStringLiteral("file"));
-        fileIds << catalogue.items.at(i).id;
-    }
-    const QMap<QString, QStringList> tree = test::CatalogueTree(catalogue);
-    EXPECT_EQ(tree.value(QStringLiteral("root")), QStringList{catalogue.items.at(0).id});
-    EXPECT_EQ(tree.value(catalogue.items.at(0).id), fileIds);
-    if (test::XmllintInstalled()) {
-        EXPECT_TRUE(test::XmllintAccepts(scrapbookFolder + QStringLiteral("scrapbook.rdf")));
-    }
-}
-
+// Every generated file matches its golden twin, the rest are byte copies of the files, the
+// catalogue loads back as one folder of seven files, and the folder's own files are untouched.
 TEST(FolderConversion, ConvertsTheFolderWithoutTouchingItsFiles) {
     test::TempFolder root;
     test::TempFolder app;
     const QString folder = makeTripNotes(root);
-    const auto before = test::SnapshotFiles(folder);
-    Converted out;
+    const auto before = test::FilesBelow(folder);
+    const QStringList names = ListFolderFiles(folder);
+    EXPECT_EQ(names, (QStringList{"a b@c&d=e.txt", "a.txt", "data.txt", "empty.dat",
+                                  "File-Source.TXT", "report.pdf", "剪報 2008.txt"}));
+    test::RecordingHost host;
     // A subfolder passed with the files is skipped like any other.
-    convert(out, folder, app.path(), ListFolderFiles(folder) << QStringLiteral("photos"));
-    ASSERT_TRUE(out.result.ok) << out.result.problem.toStdString();
-    EXPECT_EQ(out.result.scrapbookName, QStringLiteral("Trip Notes"));
-    EXPECT_EQ(out.result.scrapbookFolder, folder + QStringLiteral("scrapbook/"));
-    EXPECT_EQ(out.result.storeEntry(),
-              QStringLiteral("Trip Notes*") + QDir::toNativeSeparators(folder + "scrapbook"));
-    EXPECT_EQ(out.result.itemCount, 7);
-    EXPECT_TRUE(out.host.log.isEmpty()) << out.host.log.join('\n').toStdString();
-    EXPECT_EQ(ReadBytes(app.path() + QStringLiteral("NodeID.txt")), "20080309000007\r\n");
+    const ConversionResult result =
+        convert(host, folder, app.path(), QStringList(names) << u"photos"_s);
+    ASSERT_TRUE(result.ok) << result.problem.toStdString();
+    EXPECT_EQ(result.scrapbookFolder, folder + u"scrapbook/"_s);
+    EXPECT_EQ(result.itemCount, 7);
+    EXPECT_TRUE(host.log.isEmpty()) << host.log.join('\n').toStdString();
+    EXPECT_EQ(ReadBytes(app.path() + u"NodeID.txt"_s), "20080309000007\r\n");
 
-    expectGoldenTree(folder, out.result.scrapbookFolder);
-    expectLoadsBack(out.result.scrapbookFolder);
-    EXPECT_EQ(test::SnapshotFiles(folder, out.result.scrapbookFolder), before);
+    const auto written = test::FilesBelow(result.scrapbookFolder);
+    const auto golden = test::FilesBelow(QStringLiteral(QMR_GOLDEN_DIR "/authoring/converted/"));
+    for (auto it = golden.begin(); it != golden.end(); ++it)
+        EXPECT_TRUE(test::SameText(it.value().bytes, written.value(it.key()).bytes))
+            << it.key().toStdString();
+    const QStringList copies = {"a-b-c-d-e.txt",   "a.txt",      "data.txt",     "empty.dat",
+                                "File-Source.TXT", "report.pdf", "剪報-2008.txt"};
+    EXPECT_EQ(written.size(), golden.size() + copies.size());
+    for (int i = 0; i < copies.size(); ++i)
+        EXPECT_EQ(written.value(u"data/2008030900000%1/"_s.arg(i + 1) + copies.at(i)).bytes,
+                  ReadBytes(folder + names.at(i)));
+    int items = 0;
+    const auto lists = test::LoadedLists(result.scrapbookFolder, &items);
+    EXPECT_EQ(items, 8);
+    EXPECT_EQ(lists.value(u"20080309000000"_s).size(), 7);
+    EXPECT_TRUE(test::XmlReadersAccept(result.scrapbookFolder + u"scrapbook.rdf"_s));
+    EXPECT_EQ(test::FilesBelow(folder, result.scrapbookFolder), before);
+    EXPECT_EQ(SanitizeItemName(u"50%#'剪.txt"_s), u"50%#'剪.txt"_s);
 }
 
-TEST(FolderConversion, AnEmptyFolderGetsTheFolderWithAnEmptyList) {
+TEST(FolderConversion, EdgesOfWhatItTakes) {
     test::TempFolder root;
     test::TempFolder app;
-    QDir().mkpath(root.path() + QStringLiteral("Empty"));
-    Converted out;
-    convert(out, root.path() + QStringLiteral("Empty"), app.path(), {});
-    ASSERT_TRUE(out.result.ok);
-    const QByteArray rdf = ReadBytes(out.result.scrapbookFolder + QStringLiteral("scrapbook.rdf"));
-    EXPECT_TRUE(rdf.contains("NS1:source=\"\" />\r\n"
-                             "  <RDF:Seq RDF:about=\"urn:scrapbook:item20080309000000\">\r\n"
-                             "  </RDF:Seq>\r\n"
-                             "</RDF:RDF>\r\n"));
+    test::RecordingHost host;
+    // An empty folder: the folder item with an empty list.
+    QDir().mkpath(root.path() + u"Empty"_s);
+    ConversionResult result = convert(host, root.path() + u"Empty"_s, app.path(), {});
+    ASSERT_TRUE(result.ok);
+    EXPECT_TRUE(ReadBytes(result.scrapbookFolder + u"scrapbook.rdf"_s)
+                    .contains("  <RDF:Seq RDF:about=\"urn:scrapbook:item20080309000000\">\r\n"
+                              "  </RDF:Seq>\r\n</RDF:RDF>\r\n"));
+    // A name the local code page cannot hold: logged; the copy keeps the real name and the
+    // catalogue shows "?" for the character.
+    root.write(u"Cafe/café.txt"_s, "x");
+    result = convert(host, root.path() + u"Cafe"_s, app.path(), {"café.txt"});
+    ASSERT_TRUE(result.ok);
+    ASSERT_EQ(host.log.size(), 1);
+    EXPECT_TRUE(host.log.first().startsWith(u"café.txt: "_s));
+    EXPECT_TRUE(QFileInfo::exists(result.scrapbookFolder + "data/20080309000002/café.txt"));
+    EXPECT_TRUE(ReadBytes(result.scrapbookFolder + u"scrapbook.rdf"_s)
+                    .contains("NS1:title=\"00000001-caf?.txt\" />"));
+    // A target it cannot write.
+    root.write(u"Blocked/scrapbook"_s, "a file where the scrapbook folder goes");
+    root.write(u"Blocked/a.txt"_s, "A");
+    result = convert(host, root.path() + u"Blocked"_s, app.path(), {"a.txt"});
+    EXPECT_FALSE(result.ok);
+    EXPECT_TRUE(result.problem.contains(u"write"_s));
 }
 
 // Each bad input is refused before anything is written: no scrapbook folder, no identifier.
-void expectRefused(const QString& folder, const QString& app, const QStringList& names,
-                   const QStringList& messageParts) {
-    Converted out;
-    convert(out, folder, app, names);
-    EXPECT_FALSE(out.result.ok);
-    for (const QString& part : messageParts)
-        EXPECT_TRUE(out.result.problem.contains(part))
-            << out.result.problem.toStdString() << " lacks " << part.toStdString();
-    EXPECT_FALSE(QFileInfo::exists(folder + QStringLiteral("/scrapbook/scrapbook.rdf")));
-    EXPECT_FALSE(QFileInfo::exists(app + QStringLiteral("NodeID.txt")));
-}
-
 TEST(FolderConversion, RefusesBadInputBeforeWritingAnything) {
     test::TempFolder root;
     test::TempFolder app;
     const QString folder = makeTripNotes(root);
-    const QString sources = folder + QStringLiteral("File-Source.TXT");
-
+    const QString sources = folder + u"File-Source.TXT"_s;
+    auto expectRefused = [&](const QString& from, const QStringList& names,
+                             const QStringList& parts) {
+        test::RecordingHost host;
+        const ConversionResult result = convert(host, from, app.path(), names);
+        EXPECT_FALSE(result.ok);
+        for (const QString& part : parts)
+            EXPECT_TRUE(result.problem.contains(part))
+                << result.problem.toStdString() << " lacks " << part.toStdString();
+        EXPECT_FALSE(QFileInfo::exists(from + u"/scrapbook/scrapbook.rdf"_s));
+        EXPECT_FALSE(QFileInfo::exists(app.path() + u"NodeID.txt"_s));
+    };
     // The last line naming a file has no "*" to end its source.
-    root.write(QStringLiteral("Trip Notes/File-Source.TXT"),
+    root.write(u"Trip Notes/File-Source.TXT"_s,
                kSourceList + "the empty.dat file came from a friend\r\n");
-    expectRefused(folder, app.path(), ListFolderFiles(folder),
-                  {QDir::toNativeSeparators(sources), QStringLiteral("line 8"),
-                   QStringLiteral("empty.dat"), QStringLiteral("\"*\"")});
-
-    QByteArray longList;
-    for (int i = 0; i < 10002; ++i)
-        longList += "http://example.com/*nothing\r\n";
-    root.write(QStringLiteral("Trip Notes/File-Source.TXT"), longList);
-    expectRefused(folder, app.path(), ListFolderFiles(folder),
-                  {QDir::toNativeSeparators(sources), QStringLiteral("10001")});
+    expectRefused(folder, ListFolderFiles(folder),
+                  {QDir::toNativeSeparators(sources), "line 8", "empty.dat", "\"*\""});
+    root.write(u"Trip Notes/File-Source.TXT"_s,
+               QByteArray("http://example.com/*nothing\r\n").repeated(10002));
+    expectRefused(folder, ListFolderFiles(folder), {QDir::toNativeSeparators(sources), "10001"});
     QFile::remove(sources);
-
-    root.write(QStringLiteral("Trip Notes/a<b.txt"), "x");
+    root.write(u"Trip Notes/a<b.txt"_s, "x");
     for (const char* name : {".", "..", "../outside.txt", "sub/x.txt", "a\\b.txt", "", "a\nb.txt",
                              "say \"hi\".txt", "a<b.txt"})
-        expectRefused(folder, app.path(), {QString::fromUtf8(name)}, {folder});
-    expectRefused(folder, app.path(), {QStringLiteral("gone.txt")},
-                  {QStringLiteral("gone.txt"), QStringLiteral("cannot read")});
-    expectRefused(root.path() + QStringLiteral("Missing"), app.path(), {},
-                  {QStringLiteral("Missing"), QStringLiteral("no such folder")});
-}
-
-TEST(FolderConversion, RefusesMoreFilesThanTheIdentifierTable) {
-    test::TempFolder root;
-    test::TempFolder app;
+        expectRefused(folder, {QString::fromUtf8(name)}, {folder});
+    expectRefused(folder, {"gone.txt"}, {"gone.txt", "cannot read"});
+    expectRefused(root.path() + u"Missing"_s, {}, {"Missing", "no such folder"});
     for (int i = 0; i < 10002; ++i)
-        root.write(QStringLiteral("Many/f%1").arg(i), QByteArray());
-    expectRefused(root.path() + QStringLiteral("Many"), app.path(),
-                  ListFolderFiles(root.path() + QStringLiteral("Many")),
-                  {QStringLiteral("Many"), QStringLiteral("more than 10001 files")});
-}
-
-TEST(FolderConversion, ReportsATargetItCannotWrite) {
-    test::TempFolder root;
-    test::TempFolder app;
-    root.write(QStringLiteral("Blocked/scrapbook"), "a file where the scrapbook folder goes");
-    root.write(QStringLiteral("Blocked/a.txt"), "A");
-    Converted out;
-    convert(out, root.path() + QStringLiteral("Blocked"), app.path(), {QStringLiteral("a.txt")});
-    EXPECT_FALSE(out.result.ok);
-    EXPECT_TRUE(out.result.problem.contains(QStringLiteral("scrapbook")));
-    EXPECT_TRUE(out.result.problem.contains(QStringLiteral("write")));
-}
-
-TEST(FolderConversion, LogsNamesTheLocalCodePageCannotHold) {
-    test::TempFolder root;
-    test::TempFolder app;
-    root.write(QStringLiteral("Cafe/café.txt"), "x");
-    Converted out;
-    convert(out, root.path() + QStringLiteral("Cafe"), app.path(), {QStringLiteral("café.txt")});
-    ASSERT_TRUE(out.result.ok);
-    ASSERT_EQ(out.host.log.size(), 1);
-    EXPECT_TRUE(out.host.log.first().startsWith(QStringLiteral("café.txt: ")));
-    // The copy keeps the real name; the catalogue shows "?" where the code page has no "é".
-    EXPECT_TRUE(QFileInfo::exists(out.result.scrapbookFolder +
-                                  QStringLiteral("data/20080309000001/café.txt")));
-    EXPECT_TRUE(ReadBytes(out.result.scrapbookFolder + QStringLiteral("scrapbook.rdf"))
-                    .contains("NS1:title=\"00000001-caf?.txt\" />"));
+        root.write(u"Many/f%1"_s.arg(i), QByteArray());
+    expectRefused(root.path() + u"Many"_s, ListFolderFiles(root.path() + u"Many"_s),
+                  {"Many", "more than 10001 files"});
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "authoring/MultiBook.h"
 
-#include "library/ScrapbookFixtures.h"
 #include "library/ScrapbookStore.h"
+#include "support/Golden.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
 
@@ -9,6 +9,8 @@
 #include <QFileInfo>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr {
 namespace {
@@ -24,8 +26,7 @@ using test::TempFolder;
 struct ListFixture {
     TempFolder root;
     QByteArray rootBytes = root.path().toUtf8();
-    LibraryFolders folders{root.path() + QStringLiteral("app/"),
-                           root.path() + QStringLiteral("ScrapBook/")};
+    LibraryFolders folders{root.path() + u"app/"_s, root.path() + u"ScrapBook/"_s};
     QString store;
     QString cats;
     RecordingHost host;
@@ -33,13 +34,13 @@ struct ListFixture {
     ScrapbookList list{settings};
 
     ListFixture() {
-        MakeScrapbook(root, QStringLiteral("Alpha"), 1, "Alpha");
-        MakeScrapbook(root, QStringLiteral("ALPHA2"), 1, "ALPHA");
-        MakeScrapbook(root, QStringLiteral("Unnamed"), 1);
-        MakeScrapbook(root, QStringLiteral("Taiwan"), 1, "\xA5\x78\xC6\x57");
-        cats = MakeScrapbook(root, QStringLiteral("Cats"), 1, "Cats & Dogs");
+        MakeScrapbook(root, u"Alpha"_s, 1, "Alpha");
+        MakeScrapbook(root, u"ALPHA2"_s, 1, "ALPHA");
+        MakeScrapbook(root, u"Unnamed"_s, 1);
+        MakeScrapbook(root, u"Taiwan"_s, 1, "\xA5\x78\xC6\x57");
+        cats = MakeScrapbook(root, u"Cats"_s, 1, "Cats & Dogs");
         store =
-            root.write(QStringLiteral("app/ScrapBookStore.txt"),
+            root.write(u"app/ScrapBookStore.txt"_s,
                        "Alpha*" + rootBytes + "Alpha/\r\nBig*" + rootBytes + "ALPHA2\r\nUnnamed*" +
                            rootBytes + "Unnamed/\r\nTaiwan*" + rootBytes + "Taiwan/\r\n");
         LoadAllScrapbooksIntoList(list, folders, host);
@@ -49,18 +50,17 @@ struct ListFixture {
 TEST(MultiBook, FromTheMainList) {
     ListFixture f;
     QDir().mkpath(f.folders.scrapbookSystemFolder);
-    const MultiBookResult result = AddToMultiScrapbookList(
-        f.list, QStringLiteral("Cats"), f.root.path() + QStringLiteral("Cats"), f.folders);
+    const MultiBookResult result =
+        AddToMultiScrapbookList(f.list, u"Cats"_s, f.root.path() + u"Cats"_s, f.folders);
     EXPECT_TRUE(result.written);
     EXPECT_TRUE(result.copied);
     EXPECT_EQ(result.problems, QStringList());
     const QString system = f.folders.scrapbookSystemFolder;
-    EXPECT_EQ(ReadBytes(system + QStringLiteral("multibook-BIG5.txt")),
-              Golden(QStringLiteral("authoring/multibook-list-BIG5.txt"), "@ROOT@", f.rootBytes));
-    EXPECT_EQ(ReadBytes(system + QStringLiteral("multibook1.txt")),
-              Golden(QStringLiteral("authoring/multibook-list.txt"), "@ROOT@", f.rootBytes));
-    EXPECT_EQ(ReadBytes(system + QStringLiteral("multibook.txt")),
-              ReadBytes(system + QStringLiteral("multibook1.txt")));
+    EXPECT_EQ(ReadBytes(system + u"multibook-BIG5.txt"_s),
+              Golden(u"authoring/multibook-list-BIG5.txt"_s, "@ROOT@", f.rootBytes));
+    EXPECT_EQ(ReadBytes(system + u"multibook1.txt"_s),
+              Golden(u"authoring/multibook-list.txt"_s, "@ROOT@", f.rootBytes));
+    EXPECT_EQ(ReadBytes(system + u"multibook.txt"_s), ReadBytes(system + u"multibook1.txt"_s));
     EXPECT_TRUE(ReadBytes(f.store).endsWith("Taiwan/\r\nCats*" + f.rootBytes + "Cats\r\n"));
     EXPECT_EQ(f.list.count(), 5);
 }
@@ -69,8 +69,8 @@ TEST(MultiBook, FromTheMainList) {
 // scrapbook, and the result tells what did not happen.
 TEST(MultiBook, WithoutAUsableScrapbookFolderTheStoreStillTakesIt) {
     ListFixture f;
-    MultiBookResult result = AddToMultiScrapbookList(
-        f.list, QStringLiteral("Cats"), f.root.path() + QStringLiteral("Cats"), f.folders);
+    MultiBookResult result =
+        AddToMultiScrapbookList(f.list, u"Cats"_s, f.root.path() + u"Cats"_s, f.folders);
     EXPECT_FALSE(result.written);
     EXPECT_FALSE(result.copied);
     ASSERT_EQ(result.problems.size(), 1);
@@ -85,16 +85,13 @@ TEST(MultiBook, WithoutAUsableScrapbookFolderTheStoreStillTakesIt) {
     EXPECT_EQ(f.list.count(), 5);
 
     // A folder in the way of the working file stands for one that cannot be written.
-    QDir().mkpath(f.folders.scrapbookSystemFolder + QStringLiteral("multibook-BIG5.txt"));
-    result = AddToMultiScrapbookList(f.list, QStringLiteral("Cats"),
-                                     f.root.path() + QStringLiteral("Cats"), f.folders);
+    QDir().mkpath(f.folders.scrapbookSystemFolder + u"multibook-BIG5.txt"_s);
+    result = AddToMultiScrapbookList(f.list, u"Cats"_s, f.root.path() + u"Cats"_s, f.folders);
     EXPECT_FALSE(result.written);
     ASSERT_EQ(result.problems.size(), 1);
-    EXPECT_TRUE(result.problems.first().startsWith(QStringLiteral("cannot write ") +
-                                                   f.folders.scrapbookSystemFolder +
-                                                   QStringLiteral("multibook-BIG5.txt")));
-    EXPECT_TRUE(result.problems.first().endsWith(
-        QStringLiteral(". Make the folder writable and try again")));
+    EXPECT_TRUE(result.problems.first().startsWith(
+        u"cannot write "_s + f.folders.scrapbookSystemFolder + u"multibook-BIG5.txt"_s));
+    EXPECT_TRUE(result.problems.first().endsWith(u". Make the folder writable and try again"_s));
     EXPECT_FALSE(QFileInfo::exists(f.folders.scrapbookSystemFolder + "multibook.txt"));
 }
 
@@ -103,17 +100,16 @@ TEST(MultiBook, WithoutAUsableScrapbookFolderTheStoreStillTakesIt) {
 struct ScanFixture {
     TempFolder root;
     QByteArray rootBytes = root.path().toUtf8();
-    LibraryFolders folders{root.path() + QStringLiteral("app/"),
-                           root.path() + QStringLiteral("ScrapBook/")};
-    QString base = root.path() + QStringLiteral("base/");
+    LibraryFolders folders{root.path() + u"app/"_s, root.path() + u"ScrapBook/"_s};
+    QString base = root.path() + u"base/"_s;
     QString store;
     RecordingHost host;
 
     ScanFixture() {
         for (const char* name : {"base/Alpha", "base/Cats", "base/cats", "base/台灣", "Recipes"})
             MakeScrapbook(root, QString::fromUtf8(name), 1);
-        QDir().mkpath(base + QStringLiteral("Empty"));
-        store = root.write(QStringLiteral("app/ScrapBookStore.txt"),
+        QDir().mkpath(base + u"Empty"_s);
+        store = root.write(u"app/ScrapBookStore.txt"_s,
                            "Cats*" + rootBytes + "base/Cats/\r\n\r\nNowhere * " + rootBytes +
                                "nowhere/\r\nRecipes*" + rootBytes + "Recipes\r\n");
     }
@@ -125,17 +121,16 @@ TEST(MultiBook, FolderScan) {
     const MultiBookResult result = Menu_Dir2MultiScrapbook_Click(f.base, f.folders, f.host);
     EXPECT_EQ(result.problems, QStringList());
     EXPECT_TRUE(result.copied);
-    EXPECT_EQ(ReadBytes(f.base + QStringLiteral("multibook-BIG5.txt")),
-              Golden(QStringLiteral("authoring/multibook-scan-BIG5.txt"), "@ROOT@", f.rootBytes));
-    EXPECT_EQ(ReadBytes(f.base + QStringLiteral("multibook.txt")),
-              Golden(QStringLiteral("authoring/multibook-scan.txt"), "@ROOT@", f.rootBytes));
-    EXPECT_EQ(ReadBytes(f.folders.scrapbookSystemFolder + QStringLiteral("multibook.txt")),
-              ReadBytes(f.base + QStringLiteral("multibook.txt")));
+    EXPECT_EQ(ReadBytes(f.base + u"multibook-BIG5.txt"_s),
+              Golden(u"authoring/multibook-scan-BIG5.txt"_s, "@ROOT@", f.rootBytes));
+    EXPECT_EQ(ReadBytes(f.base + u"multibook.txt"_s),
+              Golden(u"authoring/multibook-scan.txt"_s, "@ROOT@", f.rootBytes));
+    EXPECT_EQ(ReadBytes(f.folders.scrapbookSystemFolder + u"multibook.txt"_s),
+              ReadBytes(f.base + u"multibook.txt"_s));
     EXPECT_EQ(f.host.log, QStringList{"multibook.txt has been created ok!"});
 
     RecordingHost quiet;
-    EXPECT_EQ(Menu_Dir2MultiScrapbook_Click(QStringLiteral("  "), f.folders, quiet).entries,
-              QStringList());
+    EXPECT_EQ(Menu_Dir2MultiScrapbook_Click(u"  "_s, f.folders, quiet).entries, QStringList());
     EXPECT_TRUE(quiet.log.isEmpty());
 }
 
@@ -148,13 +143,13 @@ TEST(MultiBook, FolderScanFailures) {
     EXPECT_FALSE(result.copied);
     EXPECT_FALSE(result.badInput);
     ASSERT_EQ(result.problems.size(), 1);
-    EXPECT_TRUE(result.problems.first().startsWith(QStringLiteral("there is no ScrapBook folder")));
-    EXPECT_EQ(result.entries.last(), QStringLiteral("default\t") + f.folders.scrapbookSystemFolder);
+    EXPECT_TRUE(result.problems.first().startsWith(u"there is no ScrapBook folder"_s));
+    EXPECT_EQ(result.entries.last(), u"default\t"_s + f.folders.scrapbookSystemFolder);
 
     // A store line without "*" stops the scan before anything is written.
-    QFile::remove(f.base + QStringLiteral("multibook.txt"));
-    QFile::remove(f.base + QStringLiteral("multibook-BIG5.txt"));
-    f.root.write(QStringLiteral("app/ScrapBookStore.txt"), "Cats*/c/\r\nno star here\r\n");
+    QFile::remove(f.base + u"multibook.txt"_s);
+    QFile::remove(f.base + u"multibook-BIG5.txt"_s);
+    f.root.write(u"app/ScrapBookStore.txt"_s, "Cats*/c/\r\nno star here\r\n");
     result = Menu_Dir2MultiScrapbook_Click(f.base, f.folders, f.host);
     EXPECT_TRUE(result.badInput);
     EXPECT_FALSE(result.written);
@@ -165,11 +160,10 @@ TEST(MultiBook, FolderScanFailures) {
                                          "before writing anything. Write the line as name*folder, "
                                          "for example Recipes*/home/me/Books/Recipes/, then run "
                                          "the scan again")});
-    EXPECT_FALSE(QFileInfo::exists(f.base + QStringLiteral("multibook-BIG5.txt")));
+    EXPECT_FALSE(QFileInfo::exists(f.base + u"multibook-BIG5.txt"_s));
 
     // A base folder that is not there.
-    result =
-        Menu_Dir2MultiScrapbook_Click(f.root.path() + QStringLiteral("nowhere"), f.folders, f.host);
+    result = Menu_Dir2MultiScrapbook_Click(f.root.path() + u"nowhere"_s, f.folders, f.host);
     EXPECT_TRUE(result.badInput);
     EXPECT_EQ(
         result.problems,

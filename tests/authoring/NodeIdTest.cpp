@@ -1,54 +1,62 @@
 #include "authoring/NodeId.h"
+#include "authoring/FileModifiedTime.h"
 
 #include "support/TempFolder.h"
 
+#include <QFileInfo>
+
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr {
 namespace {
 
 const QDate kMarch9(2008, 3, 9);
 
-TEST(NodeId, FormatsDateAndSixDigitCounter) {
-    EXPECT_EQ(FormatNodeID(0, kMarch9), QStringLiteral("20080309000000"));
-    EXPECT_EQ(FormatNodeID(42, QDate(2024, 12, 31)), QStringLiteral("20241231000042"));
-    // Past a million a day only the last six digits are kept.
-    EXPECT_EQ(FormatNodeID(1000001, kMarch9), QStringLiteral("20080309000001"));
-}
-
-TEST(NodeId, CountsWithinADayAndRestartsOnTheNext) {
+TEST(NodeId, CountsWithinADayFromTheCounterFileAndRestartsOnTheNext) {
+    EXPECT_EQ(FormatNodeID(42, QDate(2024, 12, 31)), u"20241231000042"_s);
+    EXPECT_EQ(FormatNodeID(1000001, kMarch9), u"20080309000001"_s); // six digits
     test::TempFolder app;
     NodeIdGenerator generator(app.path());
-    EXPECT_EQ(generator.NewNodeID(kMarch9), QStringLiteral("20080309000000"));
-    EXPECT_EQ(generator.NewNodeID(kMarch9), QStringLiteral("20080309000001"));
-    EXPECT_EQ(test::ReadBytes(app.path() + QStringLiteral("NodeID.txt")),
-              QByteArray("20080309000001\r\n"));
+    EXPECT_EQ(generator.NewNodeID(kMarch9), u"20080309000000"_s);
+    EXPECT_EQ(generator.NewNodeID(kMarch9), u"20080309000001"_s);
+    EXPECT_EQ(test::ReadBytes(app.path() + u"NodeID.txt"_s), "20080309000001\r\n");
     // A second program sharing the folder continues the sequence.
-    EXPECT_EQ(NodeIdGenerator(app.path()).NewNodeID(kMarch9), QStringLiteral("20080309000002"));
-    EXPECT_EQ(generator.NewNodeID(kMarch9.addDays(1)), QStringLiteral("20080310000000"));
-    EXPECT_EQ(generator.lastId(), QStringLiteral("20080310000000"));
-}
-
-TEST(NodeId, ContinuesFromTheCounterFile) {
-    test::TempFolder app;
-    const QString counter = QStringLiteral("NodeID.txt");
-    app.write(counter, "20080308000041\r\n");
-    EXPECT_EQ(NodeIdGenerator(app.path()).NewNodeID(kMarch9), QStringLiteral("20080309000000"));
-    app.write(counter, "20080309000041\r\n");
-    EXPECT_EQ(NodeIdGenerator(app.path()).NewNodeID(kMarch9), QStringLiteral("20080309000042"));
-    app.write(counter, "20080309abcdef\r\n"); // not digits: counts as 0
-    EXPECT_EQ(NodeIdGenerator(app.path()).NewNodeID(kMarch9), QStringLiteral("20080309000001"));
-    app.write(counter, "");
-    EXPECT_EQ(NodeIdGenerator(app.path()).NewNodeID(kMarch9), QStringLiteral("20080309000000"));
-}
-
-TEST(NodeId, ReportsAnUnwritableCounterFile) {
-    test::TempFolder app;
-    app.write(QStringLiteral("blocker"), "a file where a folder should be");
+    EXPECT_EQ(NodeIdGenerator(app.path()).NewNodeID(kMarch9), u"20080309000002"_s);
+    EXPECT_EQ(generator.NewNodeID(kMarch9.addDays(1)), u"20080310000000"_s);
+    for (const auto& [stored, next] : {std::pair{"20080308000041\r\n", "20080309000000"},
+                                       {"20080309000041\r\n", "20080309000042"},
+                                       {"20080309abcdef\r\n", "20080309000001"},
+                                       {"", "20080309000000"}}) {
+        app.write(u"NodeID.txt"_s, stored);
+        EXPECT_EQ(NodeIdGenerator(app.path()).NewNodeID(kMarch9), QLatin1String(next)) << stored;
+    }
+    app.write(u"blocker"_s, "a file where a folder should be");
     QString error;
-    NodeIdGenerator generator(app.path() + QStringLiteral("blocker/"));
-    EXPECT_EQ(generator.NewNodeID(kMarch9, &error), QString());
-    EXPECT_TRUE(error.contains(QStringLiteral("NodeID.txt")));
+    EXPECT_EQ(NodeIdGenerator(app.path() + u"blocker/"_s).NewNodeID(kMarch9, &error), QString());
+    EXPECT_TRUE(error.contains(u"NodeID.txt"_s));
+}
+
+// The zone's standard offset all year: five hours in a New York summer, not four.
+TEST(FileModifiedTime, AddsTheStandardBiasInWinterAndSummer) {
+    test::TempFolder folder;
+    const QString path = folder.write(u"page.html"_s, "x");
+    auto utc = [](int mo, int d, int h) {
+        return QDateTime(QDate(2008, mo, d), QTime(h, 4, 5), Qt::UTC);
+    };
+    ASSERT_TRUE(SetFileModifiedTime(path, 2008, 1, 2, 3, 4, 5, -480));
+    EXPECT_EQ(QFileInfo(path).lastModified().toUTC(), utc(1, 1, 19));
+    ASSERT_TRUE(SetFileModifiedTime(path, 2008, 7, 2, 3, 4, 5, -480));
+    EXPECT_EQ(QFileInfo(path).lastModified().toUTC(), utc(7, 1, 19));
+    const QByteArray saved = qgetenv("TZ");
+    qputenv("TZ", "America/New_York");
+    SetFileModifiedTime(path, 2008, 7, 4, 12, 4, 5);
+    EXPECT_EQ(QFileInfo(path).lastModified().toUTC(), utc(7, 4, 17));
+    saved.isNull() ? qunsetenv("TZ") : qputenv("TZ", saved);
+    EXPECT_FALSE(SetFileModifiedTime(path, 2008, 2, 30, 0, 0, 0, 0)); // no such day
+    EXPECT_FALSE(SetFileModifiedTime(folder.path() + u"gone"_s, 2008, 1, 1, 0, 0, 0, 0));
+    EXPECT_FALSE(QFileInfo::exists(folder.path() + u"gone"_s));
 }
 
 } // namespace

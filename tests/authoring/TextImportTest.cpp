@@ -2,14 +2,14 @@
 
 #include "authoring/AuthoringTestSupport.h"
 #include "authoring/CatalogueWriter.h"
-#include "catalogue/RdfReader.h"
 #include "support/RecordingHost.h"
-#include "support/TempFolder.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr {
 namespace {
@@ -22,18 +22,16 @@ struct Imported {
 };
 
 void import(Imported& out, const QString& base) {
-    const AuthoringContext context =
-        test::FixedContext(out.host, base + QStringLiteral("app/"), QStringLiteral("笑話集"));
+    const AuthoringContext context = test::FixedContext(out.host, base + u"app/"_s, u"笑話集"_s);
     out.result = ImportTextToScrapbook(context, base);
 }
 
 QByteArray showcaseText() {
-    return ReadBytes(QStringLiteral(QMR_SOURCE_DIR "/tests/fixtures/authoring/showcase/data.txt"));
+    return test::Fixture(u"authoring/showcase/data.txt"_s);
 }
 
 int pageFolders(const QString& base) {
-    return int(
-        QDir(base + QStringLiteral("data")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
+    return int(QDir(base + u"data"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
 }
 
 TEST(TextImport, WritesTheShowcaseExactly) {
@@ -41,32 +39,29 @@ TEST(TextImport, WritesTheShowcaseExactly) {
     for (const QByteArray& text :
          {showcaseText(), QByteArray(showcaseText()).replace("\r\n", "\n")}) {
         test::TempFolder base;
-        base.write(QStringLiteral("data.txt"), text);
-        const auto before = test::SnapshotFiles(base.path());
+        base.write(u"data.txt"_s, text);
+        const auto before = test::FilesBelow(base.path());
         Imported out;
         import(out, base.path());
         ASSERT_TRUE(out.result.ok) << out.result.problem.toStdString();
         EXPECT_EQ(out.result.pagesWritten, 5);
         EXPECT_EQ(out.result.catalogued, 4);
-        EXPECT_EQ(out.host.log,
-                  (QStringList{QStringLiteral("0=>"), QStringLiteral("1=>Hello"),
-                               QStringLiteral("2=>A &quot;quoted&quot; &lt;title&gt; & more"),
-                               QStringLiteral("3=>Manual.pdf"), QStringLiteral("4=>*****")}));
+        EXPECT_EQ(out.host.log, (QStringList{u"0=>"_s, u"1=>Hello"_s,
+                                             u"2=>A &quot;quoted&quot; &lt;title&gt; & more"_s,
+                                             u"3=>Manual.pdf"_s, u"4=>*****"_s}));
         for (const char* file :
              {"scrapbook.txt", "scrapbook.rdf", "data/20060101000000/index.html",
               "data/20060101000001/index.html", "data/20060101000004/index.html"})
-            test::ExpectSameFile(ReadBytes(base.path() + QLatin1String(file)),
-                                 test::Golden(QStringLiteral("showcase/") + QLatin1String(file)),
-                                 QLatin1String(file));
+            EXPECT_TRUE(test::SameText(test::Golden(u"authoring/showcase/"_s + QLatin1String(file)),
+                                       ReadBytes(base.path() + QLatin1String(file))))
+                << file;
         // The text after the last separator makes no page.
         EXPECT_EQ(pageFolders(base.path()), 5);
         const QByteArray page2 = ReadBytes(base.path() + "data/20060101000002/index.html");
         EXPECT_TRUE(page2.contains("<font size=\"5\">A &quot;quoted&quot; &lt;title&gt; & "
                                    "more</font>"));
         EXPECT_TRUE(page2.contains("&nbsp;&nbsp;&nbsp;A \"quoted\" <title> & more<br><br>"));
-        EXPECT_EQ(test::SnapshotFiles(base.path(), base.path() + QStringLiteral("data/"))
-                      .value(base.path() + QStringLiteral("data.txt")),
-                  before.value(base.path() + QStringLiteral("data.txt")));
+        EXPECT_EQ(test::FilesBelow(base.path()).value(u"data.txt"_s), before.value(u"data.txt"_s));
     }
 }
 
@@ -83,7 +78,7 @@ TEST(TextImport, FilesTheEntriesInGroupsOfTenStoppingOneShort) {
     for (int separators : {0, 1, 2, 9, 10, 11, 12, 25, 27}) {
         SCOPED_TRACE(separators);
         test::TempFolder base;
-        base.write(QStringLiteral("data.txt"), countedText(separators));
+        base.write(u"data.txt"_s, countedText(separators));
         Imported out;
         import(out, base.path());
         ASSERT_TRUE(out.result.ok) << out.result.problem.toStdString();
@@ -92,40 +87,35 @@ TEST(TextImport, FilesTheEntriesInGroupsOfTenStoppingOneShort) {
         EXPECT_EQ(out.result.catalogued, listed);
         EXPECT_EQ(pageFolders(base.path()), separators);
 
-        const QString golden = QStringLiteral("imported-%1/").arg(listed);
-        if (QFileInfo::exists(QStringLiteral(QMR_GOLDEN_DIR "/authoring/") + golden)) {
+        const QString golden = u"authoring/imported-%1/"_s.arg(listed);
+        if (QFileInfo::exists(QStringLiteral(QMR_GOLDEN_DIR "/") + golden)) {
             for (const char* file : {"scrapbook.txt", "scrapbook.rdf"})
-                test::ExpectSameFile(ReadBytes(base.path() + QLatin1String(file)),
-                                     test::Golden(golden + QLatin1String(file)), golden + file);
+                EXPECT_TRUE(test::SameText(test::Golden(golden + QLatin1String(file)),
+                                           ReadBytes(base.path() + QLatin1String(file))))
+                    << file;
         }
         // Loaded back: the top folder, its groups of ten, and the entries in order.
-        // The working copy goes elsewhere, so the golden scrapbook.txt above stays as written.
-        test::TempFolder working;
-        Catalogue catalogue;
-        ASSERT_TRUE(RecodeAndLoadCatalogue(base.path(), catalogue, nullptr, {}, working.path()));
+        int items = 0;
+        const auto lists = test::LoadedLists(base.path(), &items);
         const int groups = (listed + 9) / 10;
-        EXPECT_EQ(catalogue.itemCount, 1 + groups + listed);
-        const QMap<QString, QStringList> tree = test::CatalogueTree(catalogue);
-        EXPECT_EQ(tree.value(QStringLiteral("root")),
-                  QStringList{QLatin1String(kImportTopFolderId)});
-        QStringList groupIds, entries;
+        EXPECT_EQ(items, 1 + groups + listed);
+        EXPECT_EQ(lists.value(u"root"_s), QStringList{QLatin1String(kImportTopFolderId)});
+        QStringList groupIds, entries, expected;
         for (int g = 0; g < groups; ++g) {
             groupIds << ImportGroupId(g);
-            entries << tree.value(ImportGroupId(g));
+            entries << lists.value(ImportGroupId(g));
         }
-        EXPECT_EQ(tree.value(QLatin1String(kImportTopFolderId)), groupIds);
-        ASSERT_EQ(entries.size(), listed);
         for (int k = 0; k < listed; ++k)
-            EXPECT_EQ(entries.at(k), ImportEntryId(k));
-        if (test::XmllintInstalled()) {
-            EXPECT_TRUE(test::XmllintAccepts(base.path() + QStringLiteral("scrapbook.rdf")));
-        }
+            expected << ImportEntryId(k);
+        EXPECT_EQ(lists.value(QLatin1String(kImportTopFolderId)), groupIds);
+        EXPECT_EQ(entries, expected);
+        EXPECT_TRUE(test::XmlReadersAccept(base.path() + u"scrapbook.rdf"_s));
     }
 }
 
 void expectRefused(const QByteArray& text, const QStringList& messageParts) {
     test::TempFolder base;
-    if (!text.isNull()) base.write(QStringLiteral("data.txt"), text);
+    if (!text.isNull()) base.write(u"data.txt"_s, text);
     Imported out;
     import(out, base.path());
     EXPECT_FALSE(out.result.ok);
@@ -133,34 +123,28 @@ void expectRefused(const QByteArray& text, const QStringList& messageParts) {
         EXPECT_TRUE(out.result.problem.contains(part))
             << out.result.problem.toStdString() << " lacks " << part.toStdString();
     EXPECT_EQ(pageFolders(base.path()), 0);
-    EXPECT_FALSE(QFileInfo::exists(base.path() + QStringLiteral("scrapbook.rdf")));
+    EXPECT_FALSE(QFileInfo::exists(base.path() + u"scrapbook.rdf"_s));
     EXPECT_TRUE(out.host.log.isEmpty());
 }
 
 TEST(TextImport, RefusesBadInputBeforeWritingAnything) {
-    expectRefused(QByteArray(), {QStringLiteral("data.txt"), QStringLiteral("cannot read")});
+    expectRefused(QByteArray(), {u"data.txt"_s, u"cannot read"_s});
 
-    QByteArray longEntry = "*****\r\n";
-    for (int i = 1; i <= 201; ++i)
+    // Two hundred lines make an entry; one more is refused.
+    QByteArray longEntry;
+    for (int i = 1; i <= 200; ++i)
         longEntry += "line " + QByteArray::number(i) + "\r\n";
-    expectRefused(longEntry, {QStringLiteral("data.txt"), QStringLiteral("line 202"),
-                              QStringLiteral("more than 200 lines")});
+    test::TempFolder full;
+    full.write(u"data.txt"_s, longEntry + "*****\r\n");
+    Imported two;
+    import(two, full.path());
+    ASSERT_TRUE(two.result.ok) << two.result.problem.toStdString();
+    EXPECT_EQ(ReadBytes(full.path() + "data/20060101000000/index.html").count("<br><br>"), 201);
+    longEntry = "*****\r\n" + longEntry + "line 201\r\n";
+    expectRefused(longEntry, {u"data.txt"_s, u"line 202"_s, u"more than 200 lines"_s});
 
     const QByteArray manyEntries = QByteArray("*****\r\n").repeated(10002);
-    expectRefused(manyEntries, {QStringLiteral("data.txt"), QStringLiteral("line 10002"),
-                                QStringLiteral("more than 10001 entries")});
-}
-
-TEST(TextImport, TakesTwoHundredLinesInAnEntry) {
-    test::TempFolder base;
-    QByteArray text;
-    for (int i = 1; i <= 200; ++i)
-        text += "line " + QByteArray::number(i) + "\r\n";
-    base.write(QStringLiteral("data.txt"), text + "*****\r\n");
-    Imported out;
-    import(out, base.path());
-    ASSERT_TRUE(out.result.ok) << out.result.problem.toStdString();
-    EXPECT_EQ(ReadBytes(base.path() + "data/20060101000000/index.html").count("<br><br>"), 201);
+    expectRefused(manyEntries, {u"data.txt"_s, u"line 10002"_s, u"more than 10001 entries"_s});
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+using namespace Qt::StringLiterals;
+
 namespace qmr {
 namespace {
 
@@ -80,7 +82,7 @@ TEST(RdfReaderFuzz, RandomCataloguesLoadOrAreRefusedCleanly) {
     for (int seed = 0; seed < count; ++seed) {
         XorShift rng{uint64_t(seed)};
         const QByteArray rdf = randomCatalogue(rng);
-        folder.write(QStringLiteral("scrapbook.rdf"), rdf);
+        folder.write(u"scrapbook.rdf"_s, rdf);
         Catalogue catalogue;
         InputError error;
         if (RecodeAndLoadCatalogue(folder.path(), catalogue, &error, limits)) {

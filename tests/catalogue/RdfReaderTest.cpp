@@ -1,12 +1,13 @@
 #include "catalogue/RdfReader.h"
 
-#include "catalogue/IndexDat.h"
 #include "catalogue/TextFiles.h"
 #include "support/TempFolder.h"
 
 #include <QDir>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr {
 namespace {
@@ -38,7 +39,7 @@ const QByteArray kCatalogue =
     "</RDF:RDF>\n";                                                                       // 19
 
 QString writeScrapbook(const TempFolder& folder, const QByteArray& rdf) {
-    folder.write(QStringLiteral("scrapbook.rdf"), rdf);
+    folder.write(u"scrapbook.rdf"_s, rdf);
     return folder.path();
 }
 
@@ -67,34 +68,29 @@ TEST(RdfReader, LoadsTheItemTableAsTheLinesStand) {
         << error.text().toStdString();
     // 20 lines and the empty one after the final line feed; lineCount is the last index.
     EXPECT_EQ(catalogue.lineCount, 20);
-    EXPECT_EQ(catalogue.lines.at(7), QStringLiteral("NS1:id=\"20080309000000\""));
+    EXPECT_EQ(catalogue.lines.at(7), u"NS1:id=\"20080309000000\""_s);
     EXPECT_EQ(catalogue.lines.at(20), QString());
     ASSERT_EQ(catalogue.itemCount, 2);
 
     const CatalogueItem& folderItem = catalogue.items.at(0);
-    EXPECT_EQ(folderItem.id, QStringLiteral("20080309000000"));
-    EXPECT_EQ(folderItem.type, QStringLiteral("folder"));
-    EXPECT_EQ(folderItem.title, QStringLiteral("台灣 &amp; Tea")); // entities are kept
-    EXPECT_EQ(folderItem.comment, QStringLiteral("x"));            // the last quote ends it
-    EXPECT_FALSE(folderItem.placed);
-    EXPECT_TRUE(folderItem.parentId.isEmpty());
+    EXPECT_EQ(folderItem.id, u"20080309000000"_s);
+    EXPECT_EQ(folderItem.type, u"folder"_s);
+    EXPECT_EQ(folderItem.title, u"台灣 &amp; Tea"_s); // entities are kept
+    EXPECT_EQ(folderItem.comment, u"x"_s);            // the last quote ends it
+    EXPECT_EQ(folderItem.kind, ItemKind::Folder);
 
     const CatalogueItem& second = catalogue.items.at(1);
     EXPECT_EQ(second.id, QString()); // written on the Description line: not seen
-    EXPECT_EQ(second.title, QStringLiteral("a \"b\" c"));
-    EXPECT_EQ(second.source, QStringLiteral("http://e.com/?q=&quot;x&quot;"));
-    EXPECT_EQ(second.type, QStringLiteral("separator"));
-
-    EXPECT_EQ(catalogue.NodeTitleToIndex(QStringLiteral(" A \"B\" C ")), 1);
-    EXPECT_EQ(catalogue.NodeCommentToIndex(QStringLiteral(" my page ")), 1);
-    EXPECT_EQ(catalogue.NodeCommentToIndex(QStringLiteral("X")), 0);
-    EXPECT_EQ(catalogue.NodeTitleToIndex(QStringLiteral("nothing")), -1);
+    EXPECT_EQ(second.title, u"a \"b\" c"_s);
+    EXPECT_EQ(second.source, u"http://e.com/?q=&quot;x&quot;"_s);
+    EXPECT_EQ(second.type, u"separator"_s);
+    EXPECT_EQ(second.kind, ItemKind::Separator);
 
     // The working copy is the Big5 text with carriage returns; the catalogue is untouched.
-    const QByteArray txt = ReadBytes(folder.path() + QStringLiteral("scrapbook.txt"));
+    const QByteArray txt = ReadBytes(folder.path() + u"scrapbook.txt"_s);
     EXPECT_TRUE(txt.contains("NS1:title=\"\xA5\x78\xC6\x57 &amp; Tea\"\r"));
     EXPECT_TRUE(txt.endsWith("</RDF:RDF>\r\r\n"));
-    EXPECT_EQ(ReadBytes(folder.path() + QStringLiteral("scrapbook.rdf")), kCatalogue);
+    EXPECT_EQ(ReadBytes(folder.path() + u"scrapbook.rdf"_s), kCatalogue);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files),
               (QStringList{"scrapbook.rdf", "scrapbook.txt"}));
 }
@@ -108,52 +104,53 @@ TEST(RdfReader, SmallCatalogues) {
     EXPECT_EQ(catalogue.itemCount, 0);
     EXPECT_EQ(catalogue.lineCount, 2);
     ASSERT_TRUE(RecodeAndLoadCatalogue(writeScrapbook(folder, ""), catalogue));
-    EXPECT_EQ(catalogue.itemCount, 0);
     EXPECT_EQ(catalogue.lineCount, 0); // the one empty line the recoding ends with
-    // Two items with one title: the lower index wins; a value that is empty in quotes.
+    // Kinds follow the type exactly; an item without a type is a saved page.
     ASSERT_TRUE(RecodeAndLoadCatalogue(
-        writeScrapbook(folder, "<RDF:Description\nNS1:title=\"My Page\"\nNS1:icon=\"\"\n"
-                               "<RDF:Description\nNS1:title=\"my page\"\n"),
+        writeScrapbook(folder, "<RDF:Description\nNS1:type=\"Folder\"\n<RDF:Description\n"
+                               "NS1:type=\"note\"\n<RDF:Description\nNS1:icon=\"\"\n"),
         catalogue));
-    EXPECT_EQ(catalogue.NodeTitleToIndex(QStringLiteral(" my page ")), 0);
-    EXPECT_EQ(catalogue.items.at(0).icon, QString());
+    EXPECT_EQ(catalogue.items.at(0).kind, ItemKind::Unknown);
+    EXPECT_TRUE(catalogue.items.at(1).hasSavedPage());
+    EXPECT_FALSE(catalogue.items.at(1).isCapture());
+    EXPECT_EQ(catalogue.items.at(2).kind, ItemKind::Page);
     // A catalogue saved with CR LF line ends reads the same (with empty lines between).
     ASSERT_TRUE(RecodeAndLoadCatalogue(
         writeScrapbook(folder, QByteArray(kCatalogue).replace("\n", "\r\n")), catalogue));
     EXPECT_EQ(catalogue.itemCount, 2);
-    EXPECT_EQ(catalogue.items.at(0).title, QStringLiteral("台灣 &amp; Tea"));
+    EXPECT_EQ(catalogue.items.at(0).title, u"台灣 &amp; Tea"_s);
 }
 
 TEST(RdfReader, RefusesBrokenCataloguesNamingFileAndLine) {
     const InputError quote = loadFailure("<RDF:Description\n  NS1:title=\"no end\n");
     EXPECT_EQ(quote.line, 2);
-    EXPECT_TRUE(quote.file.endsWith(QStringLiteral("/scrapbook.rdf")));
+    EXPECT_TRUE(quote.file.endsWith(u"/scrapbook.rdf"_s));
     EXPECT_TRUE(quote.text().contains(QStringLiteral(
         "scrapbook.rdf: line 2: the value of NS1:title has no closing double quote")))
         << quote.text().toStdString();
 
     const InputError early = loadFailure("<RDF:RDF>\nNS1:id=\"1\"\n<RDF:Description\n");
     EXPECT_EQ(early.line, 2);
-    EXPECT_TRUE(early.problem.contains(QStringLiteral("before the first <RDF:Description")));
+    EXPECT_TRUE(early.problem.contains(u"before the first <RDF:Description"_s));
 
     const InputError utf8 = loadFailure("<RDF:RDF>\n\n<x \xC3\x28/>\n");
     EXPECT_EQ(utf8.line, 3);
-    EXPECT_TRUE(utf8.problem.contains(QStringLiteral("not valid UTF-8")));
+    EXPECT_TRUE(utf8.problem.contains(u"not valid UTF-8"_s));
     EXPECT_EQ(loadFailure("a\n\xE0\x80\x80\n").line, 2); // an overlong form
     EXPECT_EQ(loadFailure("\xED\xA0\x80").line, 1);      // a surrogate
     EXPECT_EQ(loadFailure("ok\n\xE5\x8F").line, 2);      // cut short at the end
 
     const InputError binary = loadFailure(QByteArray("GIF89a\n\n\x00\x01", 10));
     EXPECT_EQ(binary.line, 3);
-    EXPECT_TRUE(binary.problem.contains(QStringLiteral("binary")));
+    EXPECT_TRUE(binary.problem.contains(u"binary"_s));
 
     TempFolder empty;
     Catalogue catalogue;
     InputError missing;
     EXPECT_FALSE(RecodeAndLoadCatalogue(empty.path(), catalogue, &missing));
-    EXPECT_TRUE(missing.text().contains(QStringLiteral("scrapbook.rdf")));
+    EXPECT_TRUE(missing.text().contains(u"scrapbook.rdf"_s));
     EXPECT_FALSE(LoadAllRdfNodes(empty.path(), catalogue, &missing));
-    EXPECT_TRUE(missing.text().contains(QStringLiteral("scrapbook.txt")));
+    EXPECT_TRUE(missing.text().contains(u"scrapbook.txt"_s));
     // Nothing but the working copy was written.
     EXPECT_EQ(QDir(empty.path()).entryList(QDir::Files), QStringList());
 }
@@ -162,7 +159,7 @@ TEST(RdfReader, LineAndItemLimitsNameTheSettingThatRaisesThem) {
     CatalogueLimits small;
     small.maxLines = 10;
     small.maxItems = 3;
-    small.settingsFile = QStringLiteral("/app/Quillmere.ini");
+    small.settingsFile = u"/app/Quillmere.ini"_s;
     // Nine lines and the empty last one: exactly at the limit.
     TempFolder folder;
     Catalogue catalogue;
@@ -172,9 +169,8 @@ TEST(RdfReader, LineAndItemLimitsNameTheSettingThatRaisesThem) {
 
     const InputError lines = loadFailure(QByteArray(10, 'x').replace("x", "a\n"), small);
     EXPECT_EQ(lines.line, 11);
-    EXPECT_TRUE(lines.text().contains(QStringLiteral("more than 10 lines")));
-    EXPECT_TRUE(
-        lines.text().contains(QStringLiteral("[Limits] CatalogueLines in /app/Quillmere.ini")));
+    EXPECT_TRUE(lines.text().contains(u"more than 10 lines"_s));
+    EXPECT_TRUE(lines.text().contains(u"[Limits] CatalogueLines in /app/Quillmere.ini"_s));
 
     small.maxLines = 100;
     ASSERT_TRUE(
@@ -182,8 +178,8 @@ TEST(RdfReader, LineAndItemLimitsNameTheSettingThatRaisesThem) {
     EXPECT_EQ(catalogue.itemCount, 3);
     const InputError items = loadFailure(descriptions(4), small);
     EXPECT_EQ(items.line, 7); // the fourth <RDF:Description line
-    EXPECT_TRUE(items.text().contains(QStringLiteral("more than 3 items")));
-    EXPECT_TRUE(items.text().contains(QStringLiteral("[Limits] CatalogueItems")));
+    EXPECT_TRUE(items.text().contains(u"more than 3 items"_s));
+    EXPECT_TRUE(items.text().contains(u"[Limits] CatalogueItems"_s));
 }
 
 TEST(RdfReader, DefaultLimitsAreTheCataloguesOwn) {
@@ -197,25 +193,6 @@ TEST(RdfReader, DefaultLimitsAreTheCataloguesOwn) {
     EXPECT_EQ(catalogue.itemCount, 20001);
     EXPECT_EQ(loadFailure(rdf + "a\n").line, 80002);
     EXPECT_EQ(loadFailure(descriptions(20002)).line, 40003);
-}
-
-TEST(RdfReader, GetEndValueFindsTheLastQuote) {
-    EXPECT_EQ(GetEndValue(QStringLiteral("abc\"")), 4);
-    EXPECT_EQ(GetEndValue(QStringLiteral("a\"b\" />")), 4);
-    EXPECT_EQ(GetEndValue(QStringLiteral("abc")), 0);
-}
-
-TEST(IndexDat, TitleIsTheTextBetweenTitleAndChars) {
-    TempFolder folder;
-    const QString dat = folder.write(QStringLiteral("index.dat"),
-                                     "id\t20080309000000\ntype\t\ntitle\t \xE5\x8F\xB0\xE7\x81\xA3 "
-                                     "& \"tea\" \nchars\tUTF-8\nicon\t\n");
-    EXPECT_EQ(ReadIndexDatTitle(dat), QStringLiteral("台灣 & \"tea\""));
-    EXPECT_EQ(ReadIndexDatTitle(folder.write(QStringLiteral("x.dat"), "id\t1\ntitle\tA\n")),
-              QString());
-    EXPECT_EQ(ReadIndexDatTitle(folder.write(QStringLiteral("y.dat"), "chars\tx\ntitle\tA\n")),
-              QString());
-    EXPECT_EQ(ReadIndexDatTitle(folder.path() + QStringLiteral("none.dat")), QString());
 }
 
 } // namespace

@@ -1,11 +1,12 @@
+#include "support/Programs.h"
 #include "support/TempFolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
-#include <QStandardPaths>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr {
 namespace {
@@ -14,99 +15,90 @@ using test::ReadBytes;
 using test::RunQuillmereProgram;
 using test::TempFolder;
 
-bool haveProgram(const char* name) {
-    return !QStandardPaths::findExecutable(QString::fromLatin1(name)).isEmpty();
-}
-
 QStringList lines(const QString& text) {
     return text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
 TEST(EbookCommand, OptionsComeFromTheScrapbooksSettingsUnlessGiven) {
     TempFolder temp;
-    const QString folder = temp.path() + QStringLiteral("book/");
-    test::CopyTree(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook"), folder);
-    temp.write(QStringLiteral("book/ScrapbookPrj.ini"),
+    const QString folder = test::CopyOfExample(temp);
+    temp.write(u"sample-scrapbook/ScrapbookPrj.ini"_s,
                "[Scrapbook]\r\nScrapbookName=Tea\r\n[Content]\r\nMakeChmFile=0\r\n");
-    const QString home = temp.path() + QStringLiteral("home/");
+    const QString home = temp.path() + u"home/"_s;
     test::RunResult run =
-        RunQuillmereProgram({QStringLiteral("--home"), home, QStringLiteral("ebook"), folder,
-                             QStringLiteral("--language"), QStringLiteral("2")});
+        RunQuillmereProgram({"--home", home, "ebook", folder, "--language", "2", "--no-view"});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-    const QStringList out = lines(run.out);
-    EXPECT_EQ(out.first(), QStringLiteral("Starting Build Quillmere ebook..."));
-    EXPECT_TRUE(out.last().startsWith(QStringLiteral("No e-book was compiled")));
-    EXPECT_FALSE(QFile::exists(home + QStringLiteral("chm/Index.chm")));
-    // Language 2 from the command line; the name from the scrapbook's settings.
-    EXPECT_TRUE(ReadBytes(folder + QStringLiteral("Index.hhp")).contains("Language=0x404"));
-    EXPECT_TRUE(
-        ReadBytes(folder + QStringLiteral("data/qmr/list.html")).contains("-(Tea)</title>"));
+    EXPECT_EQ(lines(run.out).first(), u"Starting Build Quillmere ebook..."_s);
+    EXPECT_TRUE(lines(run.out).last().startsWith(u"No e-book was compiled"_s));
+    EXPECT_FALSE(QFile::exists(home + u"chm/Index.chm"_s));
+    EXPECT_TRUE(ReadBytes(folder + u"Index.hhp"_s).contains("Language=0x404"));
+    EXPECT_TRUE(ReadBytes(folder + "data/qmr/list.html").contains("-(Tea)</title>"));
+    // A stored flag reads as a number, as the property page reads it: "yes" is 0.
+    temp.write(u"sample-scrapbook/ScrapbookPrj.ini"_s, "[Content]\r\nMakeChmFile=yes\r\n");
+    run = RunQuillmereProgram({"--home", home, "ebook", folder, "--no-view"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(lines(run.out).last().startsWith(u"No e-book was compiled"_s));
 
-    temp.write(QStringLiteral("book/ScrapbookPrj.ini"), "[Content]\r\nMakeChmFile=yes\r\n");
-    run = RunQuillmereProgram({QStringLiteral("--home"), home, QStringLiteral("ebook"), folder});
+    EXPECT_EQ(RunQuillmereProgram({"ebook", folder, "--language", "7"}).exitCode, 2);
+    run = RunQuillmereProgram({"ebook", temp.path() + u"nothing"_s});
     EXPECT_EQ(run.exitCode, 2);
-    EXPECT_TRUE(run.err.contains(QStringLiteral("[Content] MakeChmFile=yes is not a number")));
-
-    run = RunQuillmereProgram(
-        {QStringLiteral("ebook"), folder, QStringLiteral("--language"), QStringLiteral("7")});
-    EXPECT_EQ(run.exitCode, 2);
-    run = RunQuillmereProgram({QStringLiteral("ebook"), temp.path() + QStringLiteral("nothing")});
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_TRUE(run.err.contains(QStringLiteral("holds no scrapbook.rdf")));
+    EXPECT_TRUE(run.err.contains(u"holds no scrapbook.rdf"_s));
 }
 
-TEST(EbookCommand, CompilesAndNamesTheBook) {
-    if (!haveProgram("chmcmd")) GTEST_SKIP() << "chmcmd missing";
+TEST(EbookCommand, CompilesAndNamesTheBookOrSaysWhyNot) {
+    if (!test::HasProgram(u"chmcmd"_s)) GTEST_SKIP() << "chmcmd missing";
     TempFolder temp;
-    const QString folder = temp.path() + QStringLiteral("book/");
-    test::CopyTree(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook"), folder);
-    const QString home = temp.path() + QStringLiteral("home/");
-    const test::RunResult run =
-        RunQuillmereProgram({QStringLiteral("--home"), home, QStringLiteral("ebook"), folder,
-                             QStringLiteral("--no-view")});
+    const QString folder = test::CopyOfExample(temp);
+    const QString home = temp.path() + u"home/"_s;
+    const test::RunResult run = RunQuillmereProgram({"--home", home, "ebook", folder, "--no-view"});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString() << run.out.toStdString();
-    EXPECT_EQ(lines(run.out).last(),
-              QStringLiteral("E-book: ") + home + QStringLiteral("chm/Index.chm"));
-    EXPECT_TRUE(ReadBytes(home + QStringLiteral("chm/Index.chm")).startsWith("ITSF"));
+    EXPECT_EQ(lines(run.out).last(), u"E-book: "_s + home + "chm/Index.chm");
+    EXPECT_TRUE(ReadBytes(home + u"chm/Index.chm"_s).startsWith("ITSF"));
 
-    // A compiler that fails is reported, never as "Make Chm ok!".
-    QDir().mkpath(home);
-    QFile ini(home + QStringLiteral("Quillmere.ini"));
-    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
-    ini.write("[Tools]\r\nHelpCompiler=false\r\n");
-    ini.close();
+    // A compiler that fails is reported, never as "Make Chm ok!" alone.
+    temp.write(u"home/Quillmere.ini"_s, "[Tools]\r\nHelpCompiler=false\r\n");
     const test::RunResult failing =
-        RunQuillmereProgram({QStringLiteral("--home"), home, QStringLiteral("ebook"), folder,
-                             QStringLiteral("--no-view")});
+        RunQuillmereProgram({"--home", home, "ebook", folder, "--no-view"});
     EXPECT_EQ(failing.exitCode, 1);
-    EXPECT_FALSE(failing.out.contains(QStringLiteral("Make Chm ok!")));
     EXPECT_FALSE(failing.err.isEmpty());
+    EXPECT_TRUE(QFile::exists(folder + u"data/qmr/PlayAllVideos.html"_s));
 }
 
-// The collections people published compile, and their table of contents is packed.
-TEST(EbookCommand, WildCollectionsCompile) {
-    if (!haveProgram("chmcmd") || !haveProgram("7z")) GTEST_SKIP() << "chmcmd or 7z missing";
-    for (const char* name : {"airbase-ru", "azuwis-scrap", "scim-shield"}) {
-        const QString source = QStringLiteral(QMR_WILD_DIR "/") + QString::fromLatin1(name);
-        if (!QFile::exists(source + QStringLiteral("/scrapbook.rdf")))
-            GTEST_SKIP() << "no collections";
-        TempFolder temp;
-        const QString folder = temp.path() + QString::fromLatin1(name) + QLatin1Char('/');
-        test::CopyTree(source, folder);
-        const QString home = temp.path() + QStringLiteral("home/");
-        const test::RunResult run =
-            RunQuillmereProgram({QStringLiteral("--home"), home, QStringLiteral("ebook"), folder,
-                                 QStringLiteral("--no-view")});
-        ASSERT_EQ(run.exitCode, 0) << name << run.err.toStdString();
-        QProcess sevenZip;
-        sevenZip.start(QStringLiteral("7z"),
-                       {QStringLiteral("l"), home + QStringLiteral("chm/Index.chm")});
-        sevenZip.waitForFinished(60000);
-        EXPECT_EQ(sevenZip.exitCode(), 0) << name;
-        EXPECT_TRUE(sevenZip.readAllStandardOutput().contains("Index.hhc")) << name;
-        // chmcmd found the table of contents the project names.
-        EXPECT_FALSE(ReadBytes(folder + QStringLiteral("ErrorLog.log")).contains("Can't find"))
-            << name;
+// Real collections people published, and scrapbooks the authoring commands made, load with
+// their item counts and compile into books that hold their table of contents.
+TEST(EbookCommand, RealAndAuthoredScrapbooksCompile) {
+    const bool compile = test::HasProgram(u"chmcmd"_s) && test::HasProgram("7z");
+    TempFolder temp;
+    const QStringList env = {u"HOME="_s + temp.path() + u"home"_s,
+                             u"QUILLMERE_HOME="_s + temp.path() + "app"};
+    temp.write(u"files/My Report.pdf"_s, "%PDF-1.4 a report");
+    temp.write(u"files/a&b=c@d.txt"_s, "notes");
+    ASSERT_EQ(RunQuillmereProgram({"convert-folder", temp.path() + "files"}, env).exitCode, 0);
+    temp.write(u"text/data.txt"_s,
+               "preface\r\n*****\r\nFirst\r\none\r\n*****\r\nSecond\r\ntwo\r\n*****\r\n");
+    ASSERT_EQ(RunQuillmereProgram({"import-text", temp.path() + "text"}, env).exitCode, 0);
+    QList<std::pair<QString, int>> books = {{temp.path() + "files/scrapbook/", 3},
+                                            {temp.path() + "text/", 4}};
+    for (const auto& [name, items] :
+         {std::pair{"airbase-ru", 21}, {"azuwis-scrap", 95}, {"scim-shield", 93}}) {
+        const QString source = QStringLiteral(QMR_WILD_DIR "/") + QLatin1String(name);
+        if (!QFile::exists(source + u"/scrapbook.rdf"_s)) continue;
+        test::CopyTree(source, temp.path() + QLatin1String(name));
+        books.append({temp.path() + QLatin1String(name) + QLatin1Char('/'), items});
+    }
+    for (const auto& [folder, items] : books) {
+        const test::RunResult listed = RunQuillmereProgram({"catalogue", folder}, env);
+        ASSERT_EQ(listed.exitCode, 0) << listed.err.toStdString();
+        EXPECT_TRUE(lines(listed.out).last().startsWith(u"itemCount=%1 "_s.arg(items)))
+            << folder.toStdString();
+        const test::RunResult built = RunQuillmereProgram(
+            {"ebook", folder, "--no-view", compile ? "--compile" : "--no-compile"}, env);
+        ASSERT_EQ(built.exitCode, 0) << built.err.toStdString();
+        if (compile) {
+            EXPECT_TRUE(
+                test::BookListing(temp.path() + u"app/chm/Index.chm"_s).contains(u"Index.hhc"_s))
+                << folder.toStdString();
+        }
     }
 }
 

@@ -1,263 +1,151 @@
 #include "library/ScrapbookList.h"
 
 #include "catalogue/TextFiles.h"
-#include "library/ScrapbookFixtures.h"
-#include "library/ScrapbookStore.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr {
 namespace {
 
 using test::MakeScrapbook;
-using test::ReadBytes;
 using test::RecordingHost;
 using test::TempFolder;
 
-// The rows as "name|count|directory", in list order.
-QStringList rowTexts(const ScrapbookList& list, const QString& root) {
-    QStringList texts;
-    for (const ScrapbookRow& row : list.rows())
-        texts.append(
-            QStringList{row.name, row.pageCount,
-                        QString(row.directory).replace(root.toLower(), QStringLiteral("@/"))}
-                .join(QLatin1Char('|')));
-    return texts;
-}
-
-TEST(ScrapbookList, PageCountIsFourDigits) {
-    EXPECT_EQ(FourDigitCount(0), QStringLiteral("0000"));
-    EXPECT_EQ(FourDigitCount(37), QStringLiteral("0037"));
-    EXPECT_EQ(FourDigitCount(10000), QStringLiteral("0000"));
-    EXPECT_EQ(FourDigitCount(12345), QStringLiteral("2345"));
-
-    TempFolder root;
-    EXPECT_EQ(PageCountText(MakeScrapbook(root, QStringLiteral("none"), 0)),
-              QStringLiteral("0000"));
-    EXPECT_EQ(PageCountText(MakeScrapbook(root, QStringLiteral("some"), 37)),
-              QStringLiteral("0037"));
-    // Hidden folders count too; files do not.
-    QDir().mkpath(root.path() + QStringLiteral("some/data/.hidden"));
-    root.write(QStringLiteral("some/data/file.txt"), "x");
-    EXPECT_EQ(PageCountText(root.path() + QStringLiteral("some/")), QStringLiteral("0038"));
-}
-
-// Rows need a catalogue, take the trimmed name, the four-digit count and the lower-cased
-// folder, and stay in name order ignoring case.
-TEST(ScrapbookList, RowsForFoldersWithACatalogue) {
+// A list over temporary scrapbooks, shown as "name|count|directory" rows in list order.
+struct ListFixture {
     TempFolder root;
     RecordingHost host;
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    const QString zoo = MakeScrapbook(root, QStringLiteral("Zoo"), 3);
-    const QString apple = MakeScrapbook(root, QStringLiteral("Apple"), 12);
-    root.write(QStringLiteral("Upper/ScrapBook.RDF"), "");
-    QDir().mkpath(root.path() + QStringLiteral("Empty"));
+    AppSettings settings{host};
+    ScrapbookList list{settings};
+    QStringList rows() const {
+        QStringList texts;
+        for (const ScrapbookRow& row : list.rows())
+            texts << QStringList{row.name, row.pageCount,
+                                 QString(row.directory).replace(root.path().toLower(), "@/")}
+                         .join(QLatin1Char('|'));
+        return texts;
+    }
+};
 
-    EXPECT_EQ(list.AddtoListView(QStringLiteral("  zoo "), zoo), QStringLiteral("0003"));
-    EXPECT_EQ(list.AddtoListView(QStringLiteral("Apple"), RemoveBackslash(apple)),
-              QStringLiteral("0012"));
-    EXPECT_EQ(list.AddtoListView(QStringLiteral("Big"),
-                                 QStringLiteral(" ") + root.path() + QStringLiteral("Upper")),
-              QStringLiteral("0000"));
-    EXPECT_EQ(list.AddtoListView(QStringLiteral("None"), root.path() + QStringLiteral("Empty")),
-              QStringLiteral("0000"));
-    EXPECT_EQ(rowTexts(list, root.path()),
-              (QStringList{"Apple|0012|@/apple/", "Big|0000|@/upper/", "zoo|0003|@/zoo/"}));
-    EXPECT_EQ(list.row(3).folder, zoo);
-    EXPECT_EQ(list.row(1).folder, apple);
-    EXPECT_EQ(list.statusCount, QStringLiteral("Not scanned"));
-    EXPECT_EQ(list.StatusShowScrapbookCount(), QStringLiteral(" 3 Scrapbooks "));
+// Rows need a catalogue, take the trimmed name, the four-digit count of item folders (hidden
+// ones too) and the lower-cased folder, and stay in name order ignoring case. A folder listed
+// already adds no row but overwrites the count and folder of the LAST row in name order.
+TEST(ScrapbookList, RowsAndTheRepeatedFolder) {
+    ListFixture f;
+    const QString zoo = MakeScrapbook(f.root, u"Zoo"_s, 3);
+    const QString apple = MakeScrapbook(f.root, u"Apple"_s, 12);
+    QDir().mkpath(apple + u"data/.hidden"_s);
+    f.root.write(u"Apple/data/file.txt"_s, "x");
+    f.root.write(u"Upper/ScrapBook.RDF"_s, "");
+    QDir().mkpath(f.root.path() + u"Empty"_s);
+    EXPECT_EQ(f.list.AddtoListView(u"  zoo "_s, zoo), u"0003");
+    EXPECT_EQ(f.list.AddtoListView(u"Apple"_s, RemoveBackslash(apple)), u"0013");
+    f.list.AddtoListView(u"Big"_s, u" "_s + f.root.path() + "Upper");
+    f.list.AddtoListView(u"None"_s, f.root.path() + u"Empty"_s);
+    EXPECT_EQ(f.rows(),
+              (QStringList{"Apple|0013|@/apple/", "Big|0000|@/upper/", "zoo|0003|@/zoo/"}));
+    EXPECT_EQ(f.list.row(1).folder, apple);
+    EXPECT_EQ(f.list.StatusShowScrapbookCount(), u" 3 Scrapbooks "_s);
+    EXPECT_EQ(FourDigitCount(12345), u"2345");
+
+    const QString lower = MakeScrapbook(f.root, u"apple"_s, 2);
+    EXPECT_TRUE(f.list.IsalreadyIn(f.root.path() + u"APPLE/"_s));
+    f.list.AddtoListView(u"Other"_s, lower);
+    EXPECT_EQ(f.rows(),
+              (QStringList{"Apple|0013|@/apple/", "Big|0000|@/upper/", "zoo|0002|@/apple/"}));
+    EXPECT_FALSE(f.list.IsalreadyIn(zoo));
+    f.list.AddtoListView(u"zoo"_s, zoo); // its key is still taken
+    EXPECT_EQ(f.list.count(), 3);
 }
 
-// A folder listed already adds no row but overwrites the count and folder of the LAST row in
-// name order, whichever scrapbook that is; a row whose folder was overwritten keeps its key,
-// and a later add of that key is refused.
-TEST(ScrapbookList, ARepeatedFolderOverwritesTheLastRow) {
-    TempFolder root;
-    RecordingHost host;
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    const QString books = MakeScrapbook(root, QStringLiteral("Books"), 5);
-    const QString lower = MakeScrapbook(root, QStringLiteral("books"), 2);
-    const QString zoo = MakeScrapbook(root, QStringLiteral("zoo"), 9);
-    list.AddtoListView(QStringLiteral("Books"), books);
-    list.AddtoListView(QStringLiteral("Zoo"), zoo);
-    EXPECT_TRUE(list.IsalreadyIn(root.path() + QStringLiteral("BOOKS/")));
+// Entries split at the first "*"; the name shown comes from the scrapbook's settings through
+// the shared settings object, whose Default carries over.
+TEST(ScrapbookList, EntriesSelectionAndTheCommandLine) {
+    ListFixture f;
+    const QString named = MakeScrapbook(f.root, u"named"_s, 1, " \xA5\x78\xC6\x57 ");
+    const QString unnamed = MakeScrapbook(f.root, u"unnamed"_s, 1);
+    f.root.write(u"named/ScrapbookPrj.ini"_s,
+                 "[Scrapbook]\r\nScrapbookName=\xA5\x78\xC6\x57\r\n[Content]\r\nMakeChmFile=0\r\n");
+    for (const QString& entry : {u"Store name * "_s + RemoveBackslash(named) + "  ",
+                                 u"Unnamed*"_s + unnamed, u"no star "_s + unnamed, u"Empty*  "_s})
+        f.list.dotAdd2listView(entry);
+    EXPECT_EQ(f.rows(), (QStringList{"|0001|@/unnamed/", "台灣|0001|@/named/"}));
 
-    EXPECT_EQ(list.AddtoListView(QStringLiteral("Other"), lower), QStringLiteral("0002"));
-    EXPECT_EQ(rowTexts(list, root.path()),
-              (QStringList{"Books|0005|@/books/", "Zoo|0002|@/books/"}));
-    EXPECT_EQ(list.row(2).folder, lower);
-    EXPECT_FALSE(list.IsalreadyIn(zoo));
-
-    list.AddtoListView(QStringLiteral("Zoo again"), zoo);
-    EXPECT_EQ(rowTexts(list, root.path()),
-              (QStringList{"Books|0005|@/books/", "Zoo|0002|@/books/"}));
-}
-
-// Entries are split at the first "*"; the name shown comes from the scrapbook's settings,
-// read through the shared settings object, whose Default carries over.
-TEST(ScrapbookList, EntriesTakeTheNameInTheScrapbooksSettings) {
-    TempFolder root;
-    RecordingHost host;
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    const QString named = MakeScrapbook(root, QStringLiteral("named"), 1, " \xA5\x78\xC6\x57 ");
-    const QString unnamed = MakeScrapbook(root, QStringLiteral("unnamed"), 1);
-    list.dotAdd2listView(QStringLiteral("Store name * ") + RemoveBackslash(named) +
-                         QStringLiteral("  "));
-    list.dotAdd2listView(QStringLiteral("Unnamed*") + unnamed);
-    list.dotAdd2listView(QStringLiteral("no star ") + unnamed);
-    list.dotAdd2listView(QStringLiteral("Empty*  "));
-    EXPECT_EQ(rowTexts(list, root.path()), (QStringList{"|0001|@/unnamed/", "台灣|0001|@/named/"}));
-
+    EXPECT_EQ(f.list.ListSelectByKeyword(f.root.path().toUpper() + u"NAMED/"_s), 2);
+    EXPECT_EQ(f.list.ListSelectByKeyword(f.root.path() + u"Gamma/"_s), 0);
+    EXPECT_EQ(f.list.selectedRow(), 2);
+    EXPECT_FALSE(f.list.SelectRow(2).makeChmFile);
+    EXPECT_EQ(f.list.caption, u"台灣"_s);
+    EXPECT_EQ(f.settings.ScrapbookName, u"台灣"_s);
+    f.list.DeleteSelectedRow(); // the list only
+    EXPECT_EQ(f.rows(), QStringList{"|0001|@/unnamed/"});
+    EXPECT_TRUE(QFileInfo::exists(named + u"scrapbook.rdf"_s));
     // After a property page load the carried-over Default is "index.html".
-    settings.load_ScrapbookName(ScrapbookIniPath(named));
-    list.clear();
-    list.dotAdd2listView(QStringLiteral("Unnamed*") + unnamed);
-    EXPECT_EQ(rowTexts(list, root.path()), QStringList{"index.html|0001|@/unnamed/"});
-    EXPECT_TRUE(host.messages.isEmpty());
+    f.list.clear();
+    f.list.dotAdd2listView(u"Unnamed*"_s + unnamed);
+    EXPECT_EQ(f.rows(), QStringList{"index.html|0001|@/unnamed/"});
+
+    EXPECT_EQ(CommandLineFolder(u"file=/my books/Cats/SCRAPBOOK.Rdf"_s), u"/my books/Cats/"_s);
+    for (const char* other :
+         {"File=scrapbook.rdf", "File=/b/Cats/scrapbook.txt", "/b/scrapbook.rdf"})
+        EXPECT_EQ(CommandLineFolder(QLatin1String(other)), QString()) << other;
 }
 
-TEST(ScrapbookList, SelectingRows) {
-    TempFolder root;
-    RecordingHost host;
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    const QString alpha = MakeScrapbook(root, QStringLiteral("Alpha"), 1, "Alpha");
-    const QString beta = MakeScrapbook(root, QStringLiteral("Beta"), 2, "Beta");
-    root.write(QStringLiteral("Beta/ScrapbookPrj.ini"),
-               "[Scrapbook]\r\nScrapbookName=Beta\r\n[Content]\r\nMakeChmFile=0\r\n");
-    list.dotAdd2listView(QStringLiteral("a*") + alpha);
-    list.dotAdd2listView(QStringLiteral("b*") + beta);
-
-    EXPECT_EQ(list.ListSelectByKeyword(root.path().toUpper() + QStringLiteral("BETA/")), 2);
-    EXPECT_EQ(list.selectedRow(), 2);
-    EXPECT_EQ(list.currentFolder, beta);
-    EXPECT_EQ(list.ListSelectByKeyword(root.path() + QStringLiteral("Gamma/")), 0);
-    EXPECT_EQ(list.selectedRow(), 2);
-    list.SnapSelectItem(0);
-    EXPECT_EQ(list.selectedRow(), 2);
-
-    const ScrapbookProperties properties = list.SelectRow(2);
-    EXPECT_FALSE(properties.makeChmFile);
-    EXPECT_EQ(list.caption, QStringLiteral("Beta"));
-    EXPECT_EQ(list.statusFolder, beta);
-    EXPECT_EQ(settings.ScrapbookName, QStringLiteral("Beta"));
-
-    // Deleting touches the list only.
-    list.DeleteSelectedRow();
-    EXPECT_EQ(rowTexts(list, root.path()), QStringList{"Alpha|0001|@/alpha/"});
-    EXPECT_EQ(list.statusCount, QStringLiteral(" 1 Scrapbooks "));
-    EXPECT_TRUE(QFileInfo::exists(beta + QStringLiteral("scrapbook.rdf")));
-}
-
-TEST(ScrapbookList, CommandLineFolder) {
-    EXPECT_EQ(CommandLineFolder(QStringLiteral("File=/books/Cats/scrapbook.rdf")),
-              QStringLiteral("/books/Cats/"));
-    EXPECT_EQ(CommandLineFolder(QStringLiteral("file=/my books/Cats/SCRAPBOOK.Rdf")),
-              QStringLiteral("/my books/Cats/"));
-    EXPECT_EQ(CommandLineFolder(QStringLiteral("File=scrapbook.rdf")), QString());
-    EXPECT_EQ(CommandLineFolder(QStringLiteral("File=/books/Cats/scrapbook.txt")), QString());
-    EXPECT_EQ(CommandLineFolder(QStringLiteral("/books/Cats/scrapbook.rdf")), QString());
-    EXPECT_EQ(CommandLineFolder(QString()), QString());
-}
-
-// Without multibook.txt the extension's own scrapbook is listed under its fixed name; store
-// lines follow; a line without "*" is skipped and reported; row 1 becomes current.
-TEST(ScrapbookListLoad, FirefoxScrapbookThenTheStore) {
-    TempFolder root;
-    const LibraryFolders folders{root.path() + QStringLiteral("app/"),
-                                 MakeScrapbook(root, QStringLiteral("ScrapBook"), 4, "Mine")};
-    const QString cats = MakeScrapbook(root, QStringLiteral("Cats"), 2, "Cats");
-    const QString dogs = MakeScrapbook(root, QStringLiteral("Dogs"), 1, "Dogs");
-    root.write(QStringLiteral("app/ScrapBookStore.txt"),
-               ("Dogs*" + dogs + "\r\nbroken\r\n\r\nCats*" + cats + "\r\n").toUtf8());
-    RecordingHost host;
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    const ListLoadReport report = LoadAllScrapbooksIntoList(list, folders, host);
-
-    EXPECT_EQ(rowTexts(list, root.path()),
-              (QStringList{"(00)FireFox Default Scrapbook|0004|@/scrapbook/", "Cats|0002|@/cats/",
-                           "Dogs|0001|@/dogs/"}));
-    EXPECT_EQ(list.rawEntries,
-              (QStringList{"(00)FireFox Default Scrapbook*" + folders.scrapbookSystemFolder,
-                           "Dogs*" + dogs, "broken", "", "Cats*" + cats}));
+// Firefox's own scrapbook under its fixed name, then the store (a line without "*" skipped and
+// reported); with multibook.txt its "*" lines instead of the Firefox row (its working copies
+// removed); a command-line folder joins the store once and is selected, row 1 stays current.
+TEST(ScrapbookList, LoadingAtStartUp) {
+    ListFixture f;
+    const LibraryFolders folders{f.root.path() + u"app/"_s,
+                                 MakeScrapbook(f.root, u"ScrapBook"_s, 4, "Mine")};
+    const QString cats = MakeScrapbook(f.root, u"Cats"_s, 2, "Cats");
+    const QString dogs = MakeScrapbook(f.root, u"Dogs"_s, 1, "\xAA\xAF");
+    const QString store =
+        f.root.write(u"app/ScrapBookStore.txt"_s,
+                     ("Dogs*" + dogs + "\r\nbroken\r\n\r\nCats*" + cats + "\r\n").toUtf8());
+    ListLoadReport report = LoadAllScrapbooksIntoList(f.list, folders, f.host);
+    EXPECT_EQ(f.rows(), (QStringList{"(00)FireFox Default Scrapbook|0004|@/scrapbook/",
+                                     "Cats|0002|@/cats/", "狗|0001|@/dogs/"}));
     ASSERT_EQ(report.skippedStoreLines.size(), 1);
     EXPECT_EQ(report.skippedStoreLines.first().line, 2);
     EXPECT_TRUE(report.skippedStoreLines.first().text().endsWith(
         QStringLiteral("\"broken\" has no \"*\" between the scrapbook's name and its folder, so "
                        "the list leaves it out. Write the line as name*folder, for example "
                        "Recipes*/home/me/Books/Recipes/")));
-    EXPECT_EQ(list.selectedRow(), 1);
-    EXPECT_EQ(list.currentFolder, folders.scrapbookSystemFolder);
-    EXPECT_EQ(list.caption, QStringLiteral("(00)FireFox Default Scrapbook"));
-    EXPECT_EQ(list.statusCount, QStringLiteral(" 3 Scrapbooks "));
-}
+    EXPECT_EQ(f.list.currentFolder, folders.scrapbookSystemFolder);
+    EXPECT_EQ(f.list.caption, u"(00)FireFox Default Scrapbook"_s);
 
-// With multibook.txt the Firefox row is gone; its TAB lines add nothing (the loader splits
-// at "*" only), a "*" line adds its scrapbook, and the working copies are removed.
-TEST(ScrapbookListLoad, MultibookEntriesReplaceTheFirefoxRow) {
-    TempFolder root;
-    const LibraryFolders folders{root.path() + QStringLiteral("app/"),
-                                 MakeScrapbook(root, QStringLiteral("ScrapBook"), 4)};
-    const QString cats = MakeScrapbook(root, QStringLiteral("Cats"), 2, "Cats");
-    const QString dogs = MakeScrapbook(root, QStringLiteral("Dogs"), 1, "\xAA\xAF");
-    root.write(QStringLiteral("ScrapBook/multibook.txt"),
-               ("\xEF\xBB\xBF"
-                "Cats\t" +
-                cats + "\r\n\xE7\x8B\x97*" + dogs + "\r\n")
-                   .toUtf8());
-    root.write(QStringLiteral("app/multibook.txt"), "left over");
-    RecordingHost host;
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    const ListLoadReport report = LoadAllScrapbooksIntoList(list, folders, host);
-
-    EXPECT_EQ(rowTexts(list, root.path()), QStringList{"狗|0001|@/dogs/"});
-    EXPECT_TRUE(report.skippedStoreLines.isEmpty());
-    EXPECT_TRUE(list.rawEntries.contains("狗*" + dogs));
+    f.root.write(u"ScrapBook/multibook.txt"_s, ("\xEF\xBB\xBF"
+                                                "Cats\t" +
+                                                cats + "\r\n\xE7\x8B\x97*" + dogs + "\r\n")
+                                                   .toUtf8());
+    f.root.write(u"app/multibook.txt"_s, "left over");
+    QFile::remove(store);
+    report = LoadAllScrapbooksIntoList(f.list, folders, f.host);
+    EXPECT_EQ(f.rows(), QStringList{"狗|0001|@/dogs/"});
     EXPECT_EQ(QDir(folders.applicationFolder).entryList(QDir::Files), QStringList());
-}
 
-// A command-line folder not yet known is added to the list and once to the store; it is
-// selected, but row 1 stays current until the user selects a row.
-TEST(ScrapbookListLoad, CommandLineFolderJoinsTheStoreOnce) {
-    TempFolder root;
-    const LibraryFolders folders{root.path() + QStringLiteral("app/"),
-                                 root.path() + QStringLiteral("ScrapBook/")};
-    const QString alpha = MakeScrapbook(root, QStringLiteral("Alpha"), 1, "Alpha");
-    const QString zulu = MakeScrapbook(root, QStringLiteral("Books/Zulu"), 3, "Zulu");
-    const QString store =
-        root.write(QStringLiteral("app/ScrapBookStore.txt"), ("Alpha*" + alpha + "\r\n").toUtf8());
-    RecordingHost host;
-    AppSettings settings(host);
-    ScrapbookList list(settings);
+    QFile::remove(folders.scrapbookSystemFolder + u"multibook.txt"_s);
+    f.root.write(u"app/ScrapBookStore.txt"_s, ("Cats*" + cats + "\r\n").toUtf8());
     for (int run = 0; run < 2; ++run) {
-        const ListLoadReport report = LoadAllScrapbooksIntoList(list, folders, host, zulu);
-        EXPECT_EQ(rowTexts(list, root.path()),
-                  (QStringList{"Alpha|0001|@/alpha/", "Zulu|0003|@/books/zulu/"}));
-        EXPECT_EQ(list.selectedRow(), 2);
-        EXPECT_EQ(list.statusFolder, zulu);
-        EXPECT_EQ(list.currentFolder, alpha);
-        EXPECT_EQ(list.caption, QStringLiteral("Alpha"));
+        report = LoadAllScrapbooksIntoList(f.list, folders, f.host, dogs);
+        EXPECT_EQ(f.list.selectedRow(), 3);
+        EXPECT_EQ(f.list.statusFolder, dogs);
+        EXPECT_EQ(f.list.currentFolder, folders.scrapbookSystemFolder);
         EXPECT_EQ(report.storeProblem, QString());
     }
-    EXPECT_EQ(ReadBytes(store), ("Alpha*" + alpha + "\r\nZulu*" + zulu + "\r\n").toUtf8());
-
-    // Without a store file the folder is listed all the same, and the report says why it was
-    // not kept.
+    EXPECT_EQ(test::ReadBytes(store), ("Cats*" + cats + "\r\nDogs*" + dogs + "\r\n").toUtf8());
     QFile::remove(store);
-    const ListLoadReport report = LoadAllScrapbooksIntoList(list, folders, host, zulu);
-    EXPECT_EQ(rowTexts(list, root.path()), QStringList{"Zulu|0003|@/books/zulu/"});
-    EXPECT_TRUE(report.storeProblem.startsWith(store + QStringLiteral(" does not exist")));
+    report = LoadAllScrapbooksIntoList(f.list, folders, f.host, dogs);
+    EXPECT_TRUE(report.storeProblem.startsWith(store + u" does not exist"_s));
     EXPECT_FALSE(QFileInfo::exists(store));
 }
 

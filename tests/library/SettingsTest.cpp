@@ -1,13 +1,18 @@
 #include "library/Settings.h"
 
+#include "library/FirefoxScrapbook.h"
 #include "platform/AppFolder.h"
 #include "platform/LocalCodePage.h"
+#include "platform/Processes.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
 
-#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr {
 namespace {
@@ -18,112 +23,122 @@ using test::TempFolder;
 
 // The shared settings object's Default carries over: a missing name reads empty in a fresh
 // run, and "index.html" once any property page has been loaded.
-TEST(Settings, ScrapbookNameShowsTheCarriedOverDefault) {
+TEST(Settings, PropertyPageLoadsWithTheCarriedOverDefault) {
     TempFolder withName;
     TempFolder without;
     withName.write(
-        QStringLiteral("ScrapbookPrj.ini"),
+        u"ScrapbookPrj.ini"_s,
         "[Scrapbook]\r\nScrapbookName=  \xA5\x78 Notes  \r\n[Build]\r\nLinkToSourceURL=1\r\n"
-        "[Content]\r\nMakeChmFile=0\r\nHomePageFilename=start.html\r\n");
+        "[Content]\r\nMakeChmFile=1.0\r\nHomePageFilename=start.html\r\n");
     RecordingHost host;
     AppSettings settings(host);
     EXPECT_EQ(settings.ReadScrapbookName(ScrapbookIniPath(without.path())), QString());
-
-    const ScrapbookProperties properties =
-        settings.load_ScrapbookName(ScrapbookIniPath(withName.path()));
-    EXPECT_EQ(properties.name, QStringLiteral("台 Notes"));
-    EXPECT_EQ(settings.ScrapbookName, QStringLiteral("台 Notes"));
-    EXPECT_TRUE(properties.linkToSourceURL);
-    EXPECT_FALSE(properties.makeChmFile);
-    EXPECT_EQ(settings.HomePageFilename, QStringLiteral("start.html"));
-
-    EXPECT_EQ(settings.ReadScrapbookName(ScrapbookIniPath(without.path())),
-              QStringLiteral("index.html"));
-    EXPECT_TRUE(host.messages.isEmpty());
-}
-
-TEST(Settings, PropertyPageDefaultsForAScrapbookWithoutSettings) {
-    TempFolder scrapbook;
-    RecordingHost host;
-    AppSettings settings(host);
-    // The carried-over Default reads "" for the first two keys: no name, no links to sources.
-    const ScrapbookProperties properties =
-        settings.load_ScrapbookName(ScrapbookIniPath(scrapbook.path()));
-    EXPECT_EQ(properties.name, QString());
+    ScrapbookProperties properties = settings.load_ScrapbookName(ScrapbookIniPath(without.path()));
     EXPECT_FALSE(properties.linkToSourceURL);
-    EXPECT_TRUE(properties.makeChmFile);
-    EXPECT_EQ(settings.HomePageFilename, QStringLiteral("index.html"));
-    EXPECT_EQ(settings.SharedIni.Default, QStringLiteral("index.html"));
-    // A second load now sees "index.html" for a missing LinkToSourceURL: not a number, so 0.
-    EXPECT_FALSE(settings.load_ScrapbookName(ScrapbookIniPath(scrapbook.path())).linkToSourceURL);
-    EXPECT_FALSE(QFileInfo::exists(ScrapbookIniPath(scrapbook.path()))); // reads write nothing
+    EXPECT_TRUE(properties.makeChmFile); // the default set just before the read
+    EXPECT_EQ(settings.SharedIni.Default, u"index.html"_s);
+
+    properties = settings.load_ScrapbookName(ScrapbookIniPath(withName.path()));
+    EXPECT_EQ(properties.name, u"台 Notes"_s);
+    EXPECT_EQ(settings.ScrapbookName, u"台 Notes"_s);
+    EXPECT_TRUE(properties.linkToSourceURL);
+    EXPECT_TRUE(properties.makeChmFile); // "1.0" reads as a number like any other setting
+    EXPECT_EQ(settings.HomePageFilename, u"start.html"_s);
+    EXPECT_EQ(settings.ReadScrapbookName(ScrapbookIniPath(without.path())), u"index.html");
+    EXPECT_FALSE(QFileInfo::exists(ScrapbookIniPath(without.path()))); // reads write nothing
+    EXPECT_TRUE(host.messages.isEmpty());
+    EXPECT_EQ(SettingNumber(u" 12ab"_s), 12);
+    EXPECT_EQ(SettingNumber(u"index.html"_s), 0);
 }
 
-TEST(Settings, SaveWritesTheKeysInThePagesOrder) {
+TEST(Settings, SaveWritesTheKeysInThePagesOrderAndTellsAFailedWrite) {
     TempFolder scrapbook;
     RecordingHost host;
     AppSettings settings(host);
-    settings.HomePageFilename = QStringLiteral("start.html");
-    settings.Save_ScrapbookProperties(ScrapbookIniPath(scrapbook.path()),
-                                      {QStringLiteral(" My Book "), true, false});
-    EXPECT_EQ(ReadBytes(ScrapbookIniPath(scrapbook.path())),
-              QByteArray("[Scrapbook]\r\nScrapbookName=My Book\r\n[Build]\r\nLinkToSourceURL=1\r\n"
-                         "[Content]\r\nMakeChmFile=0\r\nHomePageFilename=start.html\r\n"));
-    EXPECT_EQ(settings.SharedIni.Default, QStringLiteral("index.html"));
+    settings.HomePageFilename = u"start.html"_s;
+    const QString ini = ScrapbookIniPath(scrapbook.path());
+    settings.Save_ScrapbookProperties(ini, {u" My Book "_s, true, false});
+    const QByteArray saved =
+        "[Scrapbook]\r\nScrapbookName=My Book\r\n[Build]\r\nLinkToSourceURL=1\r\n"
+        "[Content]\r\nMakeChmFile=0\r\nHomePageFilename=start.html\r\n";
+    EXPECT_EQ(ReadBytes(ini), saved);
     EXPECT_TRUE(host.messages.isEmpty());
 
-    // An unwritable settings file: the user is told once, and the other writes still run.
-    settings.Save_ScrapbookProperties(scrapbook.path() + QStringLiteral("no/such/ScrapbookPrj.ini"),
-                                      {QStringLiteral("x"), false, true});
+    // A read-only settings file stays as it was, and the user is told once.
+    QFile::setPermissions(ini, QFile::ReadOwner | QFile::ReadUser);
+    settings.Save_ScrapbookProperties(ini, {u"Other"_s, false, true});
+    EXPECT_EQ(ReadBytes(ini), saved);
     EXPECT_EQ(host.messages, QStringList{"Failed to set value."});
+    settings.Save_ScrapbookProperties(scrapbook.path() + u"no/such/x.ini"_s, {u"x"_s, false, true});
+    EXPECT_EQ(host.messages.size(), 2);
 }
 
-TEST(Settings, GlobalFileKeys) {
-    RecordingHost host;
-    AppSettings settings(host);
-    QDir().mkpath(ApplicationFolder());
-    QFile::remove(GlobalIniPath());
-    EXPECT_EQ(settings.Load_Settings(), EbookLanguage::None);
-    settings.SaveLanguage(EbookLanguage::ChineseSimplified);
-    EXPECT_EQ(settings.Load_Settings(), EbookLanguage::ChineseSimplified);
-    settings.initDefaultIni();
-    EXPECT_EQ(ReadBytes(GlobalIniPath()),
-              QByteArray("[Language]\r\nLanguage=3\r\n[Content]\r\nfilename=index.html\r\n"
-                         "IsHomePage=False\r\n"));
-    QFile::remove(GlobalIniPath());
-}
-
-TEST(Settings, LimitsAndCodePageComeFromTheGlobalFile) {
+TEST(Settings, GlobalFileKeysWithTheirDefaults) {
     TempFolder app;
-    const QString ini = app.path() + QStringLiteral("Quillmere.ini");
-    CatalogueLimits limits = ReadCatalogueLimits(ini);
+    RecordingHost host;
+    AppSettings settings(host, app.path() + u"Quillmere.ini"_s);
+    EXPECT_EQ(settings.Load_Settings(), EbookLanguage::None);
+    const CatalogueLimits limits = settings.catalogueLimits();
     EXPECT_EQ(limits.maxLines, 80001);
     EXPECT_EQ(limits.maxItems, 20001);
-    EXPECT_EQ(limits.settingsFile, ini);
-    app.write(QStringLiteral("Quillmere.ini"),
-              "[Limits]\r\nCatalogueLines=2000000\r\nCatalogueItems=100\r\n"
-              "[Environment]\r\nCodePage=GB2312\r\n");
-    limits = ReadCatalogueLimits(ini);
-    EXPECT_EQ(limits.maxLines, 2000000);
-    EXPECT_EQ(limits.maxItems, 20001); // limits are only raised
+    EXPECT_EQ(settings.siteAddresses().videoSiteBase, SiteAddresses().videoSiteBase);
+    EXPECT_EQ(settings.helpTools().compiler.isEmpty(), !HostIsWindows());
+
+    settings.SaveLanguage(EbookLanguage::ChineseSimplified);
+    settings.initDefaultIni();
+    EXPECT_EQ(ReadBytes(settings.globalIniPath()),
+              QByteArray("[Language]\r\nLanguage=3\r\n[Content]\r\nfilename=index.html\r\n"
+                         "IsHomePage=False\r\n"));
+    app.write(u"Quillmere.ini"_s,
+              "[Language]\r\nLanguage=2\r\n[Limits]\r\nCatalogueLines=2000000\r\n"
+              "CatalogueItems=100\r\n[Environment]\r\nCodePage=GB2312\r\n"
+              "[Tools]\r\nHelpCompiler=\"/opt/help tools/chmcmd\" -v\r\nHelpViewer= xchm \r\n"
+              "[Site]\r\nMakerSite=https://maker.example/\r\n");
+    EXPECT_EQ(settings.Load_Settings(), EbookLanguage::ChineseTraditional);
+    EXPECT_EQ(settings.catalogueLimits().maxLines, 2000000);
+    EXPECT_EQ(settings.catalogueLimits().maxItems, 20001); // limits are only raised
+    EXPECT_EQ(settings.helpTools().compiler, u"\"/opt/help tools/chmcmd\" -v"_s);
+    EXPECT_EQ(settings.helpTools().viewer, u"xchm"_s);
+    EXPECT_EQ(settings.siteAddresses().makerSite, u"https://maker.example/"_s);
 
     QString error;
-    ASSERT_TRUE(ApplyCodePageSetting(ini, &error));
-    EXPECT_EQ(LocalCodePage::name(), QStringLiteral("windows-936"));
-    app.write(QStringLiteral("Quillmere.ini"), "[Environment]\r\nCodePage=Klingon\r\n");
-    EXPECT_FALSE(ApplyCodePageSetting(ini, &error));
-    EXPECT_TRUE(error.contains(QStringLiteral("[Environment] CodePage")));
-    EXPECT_TRUE(error.contains(QStringLiteral("Klingon")));
-    app.write(QStringLiteral("Quillmere.ini"), "");
-    ASSERT_TRUE(ApplyCodePageSetting(ini, &error));
-    EXPECT_EQ(LocalCodePage::name(), QStringLiteral("windows-950"));
+    ASSERT_TRUE(settings.applyCodePage(&error));
+    EXPECT_EQ(LocalCodePage::name(), u"windows-936"_s);
+    app.write(u"Quillmere.ini"_s, "[Environment]\r\nCodePage=Klingon\r\n");
+    EXPECT_FALSE(settings.applyCodePage(&error));
+    EXPECT_TRUE(error.contains(u"Quillmere.ini: [Environment] CodePage"_s));
+    EXPECT_TRUE(error.contains(u"Klingon"_s));
+    LocalCodePage::select(u"Big5"_s);
 }
 
-TEST(Settings, ValReadsTheLeadingNumber) {
-    EXPECT_EQ(ValOf(QStringLiteral("1")), 1);
-    EXPECT_EQ(ValOf(QStringLiteral(" 12ab")), 12);
-    EXPECT_EQ(ValOf(QStringLiteral("index.html")), 0);
-    EXPECT_EQ(ValOf(QString()), 0);
+TEST(Settings, FirefoxsDefaultProfileDecides) {
+    const struct {
+        const char* profiles;
+        const char* expected; // below the Firefox folder
+    } cases[] = {
+        // One profile: its path, whatever Default says; "\" becomes "/".
+        {"[General]\nStartWithLastProfile=1\n\n[Profile0]\nName=default\nIsRelative=1\n"
+         "Path=Profiles\\x1y2.default\nDefault=0\n",
+         "Profiles/x1y2.default/ScrapBook/"},
+        // Two: the first marked Default=1; any case of "[p" starts a profile, other sections
+        // do not count.
+        {"[Install4F96D1932A9F858E]\r\nDefault=Profiles/b.work\r\n[profile0]\r\nPath=Profiles/"
+         "a.default\r\n[Profile1]\r\nPath=Profiles/b.work\r\nDefault=1\r\n[Profile2]\r\n"
+         "Path=Profiles/c.other\r\nDefault=1\r\n",
+         "Profiles/b.work/ScrapBook/"},
+        // None marked: the last Default read stands for the path.
+        {"[Profile0]\nPath=a\nDefault=0\n[Profile1]\nPath=b\nDefault=7\n", "7/ScrapBook/"},
+        {"[Profile0]\nPath=a\n[Profile1]\nPath=b\n", "ScrapBook/"},
+    };
+    for (const auto& c : cases) {
+        TempFolder firefox;
+        firefox.write(u"profiles.ini"_s, c.profiles);
+        EXPECT_EQ(FirefoxScrapbookFolder(firefox.path()),
+                  firefox.path() + QString::fromUtf8(c.expected))
+            << c.profiles;
+    }
+    TempFolder none;
+    EXPECT_EQ(FirefoxScrapbookFolder(none.path()), none.path() + u"ScrapBook/"_s);
 }
 
 } // namespace

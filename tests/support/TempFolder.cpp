@@ -3,7 +3,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr::test {
 
@@ -35,25 +36,26 @@ void CopyTree(const QString& from, const QString& to) {
         CopyTree(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
 }
 
-QString WithNuls(const char* text) {
-    return QString::fromUtf8(text).replace(QLatin1Char('|'), QChar(0));
+QString CopyOfExample(const TempFolder& folder) {
+    const QString target = folder.path() + u"sample-scrapbook/"_s;
+    CopyTree(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook"), target);
+    return target;
 }
 
-RunResult RunQuillmereProgram(const QStringList& arguments, const QStringList& extraEnvironment) {
-    QProcess process;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    for (const QString& pair : extraEnvironment) {
-        const qsizetype eq = pair.indexOf(QLatin1Char('='));
-        env.insert(pair.left(eq), pair.mid(eq + 1));
-    }
-    process.setProcessEnvironment(env);
-    process.start(QStringLiteral(QMR_QUILLMERE_EXE), arguments);
-    RunResult result;
-    if (!process.waitForFinished(120000)) return result;
-    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    result.out = QString::fromUtf8(process.readAllStandardOutput());
-    result.err = QString::fromUtf8(process.readAllStandardError());
-    return result;
+QString MakeScrapbook(const TempFolder& root, const QString& relative, int items,
+                      const QByteArray& iniName) {
+    const QString folder = root.path() + relative + QLatin1Char('/');
+    root.write(relative + u"/scrapbook.rdf"_s, "<RDF:RDF/>\n");
+    for (int i = 0; i < items; ++i)
+        QDir().mkpath(folder + u"data/200803090%1"_s.arg(i, 5, 10, QLatin1Char('0')));
+    if (!iniName.isEmpty())
+        root.write(relative + u"/ScrapbookPrj.ini"_s,
+                   "[Scrapbook]\r\nScrapbookName=" + iniName + "\r\n");
+    return folder;
+}
+
+QString WithNuls(const char* text) {
+    return QString::fromUtf8(text).replace(QLatin1Char('|'), QChar(0));
 }
 
 } // namespace qmr::test

@@ -24,16 +24,17 @@ QByteArray ReadBytes(const QString& path);
 // Copies a folder with everything below it (hidden files too).
 void CopyTree(const QString& from, const QString& to);
 
+// A copy of the bundled example scrapbook below `folder`, so that a build writes nothing into
+// the source tree; ends in "/".
+QString CopyOfExample(const TempFolder& folder);
+
+// A scrapbook below `root`: a scrapbook.rdf, `items` item folders in data/ (none: no data/)
+// and, when `iniName` is given, a ScrapbookPrj.ini naming it (bytes in the local code page).
+// Returns the folder, ending in "/".
+QString MakeScrapbook(const TempFolder& root, const QString& relative, int items,
+                      const QByteArray& iniName = QByteArray());
+
 // The text with every "|" turned into a NUL character, for the NUL-separated lists of ini files.
 QString WithNuls(const char* text);
-
-// The result of running the quillmere program.
-struct RunResult {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-RunResult RunQuillmereProgram(const QStringList& arguments,
-                              const QStringList& extraEnvironment = {});
 
 } // namespace qmr::test

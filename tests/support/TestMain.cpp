@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Every test runs with its own application folder and home: nothing is ever written into the
@@ -13,11 +15,10 @@ class IsolatedHome : public ::testing::Environment {
   public:
     void SetUp() override {
         ASSERT_TRUE(m_home.isValid());
-        qputenv("QUILLMERE_HOME", (m_home.path() + QStringLiteral("/app")).toLocal8Bit());
-        qputenv("HOME", (m_home.path() + QStringLiteral("/home")).toLocal8Bit());
-        qputenv("XDG_DATA_HOME",
-                (m_home.path() + QStringLiteral("/home/.local/share")).toLocal8Bit());
-        qmr::LocalCodePage::select(QStringLiteral("Big5"));
+        qputenv("QUILLMERE_HOME", (m_home.path() + u"/app"_s).toLocal8Bit());
+        qputenv("HOME", (m_home.path() + u"/home"_s).toLocal8Bit());
+        qputenv("XDG_DATA_HOME", (m_home.path() + u"/home/.local/share"_s).toLocal8Bit());
+        qmr::LocalCodePage::select(u"Big5"_s);
     }
 
   private:

@@ -1,10 +1,15 @@
 #include "website/PageFragments.h"
 
+#include "support/Golden.h"
+#include "support/TempFolder.h"
 #include "website/PageWriter.h"
 #include "website/TypeIcons.h"
-#include "website/WebsiteTestSupport.h"
+#include "website/VideoPage.h"
+#include "website/WebsiteSample.h"
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace qmr {
 namespace {
@@ -21,30 +26,20 @@ QByteArray sampleFooterBytes(const char* prefix) {
            "href=\"https://maker.example/\">https://maker.example/</a></font></BODY></HTML>";
 }
 
-// The golden pages check every fragment whole; these are the edge cases they do not reach.
-TEST(PageFragments, AnEmptyNameStaysEmptyAndNothingIsEscaped) {
+// The golden pages check every fragment whole; these are the cases they do not reach.
+TEST(PageFragments, EmptyNamesNoEscapingAndTheAdvertBlock) {
     PageChrome chrome = SampleChrome();
     chrome.scrapbookName.clear();
-    const QString head = HtmlHead(chrome, QStringLiteral("<i>T&</i>"), QStringLiteral("BIG5"));
-    EXPECT_TRUE(head.contains(QStringLiteral("charset=BIG5\">")));
-    EXPECT_TRUE(head.contains(QStringLiteral("<title><i>T&</i>-()</title>")));
-    EXPECT_TRUE(HtmlTitleBar(chrome, QStringLiteral("./"))
-                    .contains(QStringLiteral("<a href=\"./index.html\"><font size=\"4\" "
-                                             "color=\"#FFFFFF\"></font></a>")));
+    EXPECT_TRUE(HtmlHead(chrome, u"<i>T&</i>"_s, u"BIG5"_s).contains(u"charset=BIG5\">"_s));
+    EXPECT_TRUE(
+        HtmlHead(chrome, u"<i>T&</i>"_s, u"BIG5"_s).contains(u"<title><i>T&</i>-()</title>"_s));
     EXPECT_TRUE(HtmlFooter(chrome, QString())
                     .startsWith(QStringLiteral("\u3000<hr><div align=\"center\"><a "
                                                "href=\"index.html\"><font size=\"3\" >[]</font>")));
-    const QString bar = HtmlNavigationBar(QString());
-    EXPECT_TRUE(bar.contains(QStringLiteral("href=\"index.html\">Content View</a>]")));
-    EXPECT_TRUE(bar.contains(QStringLiteral("href=\"data/qmr/list.html\">List View</a>]")));
-}
 
-TEST(PageFragments, AdvertBlockIsThirteenLinesOnlyWhenAdvertisingIsOn) {
-    PageChrome chrome = SampleChrome();
-    QString text = QStringLiteral("kept");
+    QString text = u"kept"_s;
     AppendAdvertBlock(chrome, text);
-    EXPECT_EQ(text, QStringLiteral("kept"));
-
+    EXPECT_EQ(text, u"kept"_s);
     chrome.advertising = true;
     AppendAdvertBlock(chrome, text);
     EXPECT_EQ(text, QStringLiteral("kept\r\n"
@@ -61,55 +56,49 @@ TEST(PageFragments, AdvertBlockIsThirteenLinesOnlyWhenAdvertisingIsOn) {
                                    "<script type=\"text/javascript\"\r\n"
                                    "  src=\"https://ads.example/show_ads.js\">\r\n"
                                    "</script>"));
+    EXPECT_EQ(TypeIconTag(IconKindOf(test::SampleCatalogue().items.at(10)), u"x/"_s),
+              QStringLiteral("<img border=\"0\" src=\"x/images-D(2007-0418-162822).jpg\" "
+                             "width=\"20\" height=\"20\">")); // "Site" counts as "site"
+    EXPECT_EQ(TypeIconFile(ItemKind::Separator), QString());
 }
 
-TEST(PageFragments, RedirectIndexIsTwoLinesWithTheTargetAsItStands) {
+TEST(PageFragments, RedirectPageWriterAndVideoPage) {
     TempFolder folder;
-    ASSERT_TRUE(WriteRedirectIndex(SampleChrome(), folder.path(), QStringLiteral("My File.pdf")));
-    EXPECT_EQ(ReadBytes(folder.path() + QStringLiteral("index.html")),
+    ASSERT_TRUE(WriteRedirectIndex(SampleChrome(), folder.path(), u"My File.pdf"_s));
+    EXPECT_EQ(ReadBytes(folder.path() + u"index.html"_s),
               QByteArray("<html><head><meta http-equiv=\"refresh\" content=\"0;URL=./My "
                          "File.pdf\"></head><body>\r\n") +
                   sampleFooterBytes("./") + "\r\n");
     QString error;
-    EXPECT_FALSE(WriteRedirectIndex(SampleChrome(), folder.path() + QStringLiteral("missing/"),
-                                    QStringLiteral("a.pdf"), &error));
-    EXPECT_TRUE(error.contains(QStringLiteral("missing"))) << error.toStdString();
-}
+    EXPECT_FALSE(
+        WriteRedirectIndex(SampleChrome(), folder.path() + u"missing/"_s, u"a.pdf"_s, &error));
+    EXPECT_TRUE(error.contains(u"missing"_s)) << error.toStdString();
 
-TEST(PageWriter, WritesLinesInTheLocalCodePageAndEndsWithTheDeepFooter) {
-    TempFolder folder;
+    // The page writer: lines in the local code page, one page at a time, the deep footer last.
     const PageChrome chrome = SampleChrome();
     PageWriter writer(chrome);
-    QString error;
     EXPECT_FALSE(writer.ClosePageWithFooter(&error));
-    EXPECT_FALSE(error.isEmpty());
-
-    writer.OpenPage(folder.path() + QStringLiteral("first.html"));
-    writer.WritePageLine(QStringLiteral("台灣"));
-    QString advert;
-    AppendAdvertBlock(chrome, advert);
-    writer.WritePageLine(advert); // advertising off: the empty line stays
+    writer.OpenPage(folder.path() + u"first.html"_s);
+    writer.WritePageLine(u"台灣"_s);
     ASSERT_TRUE(writer.ClosePageWithFooter());
-    // The next page starts anew.
-    writer.OpenPage(folder.path() + QStringLiteral("second.html"));
+    writer.OpenPage(folder.path() + u"second.html"_s);
     ASSERT_TRUE(writer.ClosePageWithFooter());
+    EXPECT_EQ(ReadBytes(folder.path() + u"first.html"_s),
+              QByteArray("\xA5\x78\xC6\x57\r\n") + sampleFooterBytes("./../../") + "\r\n");
+    EXPECT_EQ(ReadBytes(folder.path() + u"second.html"_s), sampleFooterBytes("./../../") + "\r\n");
 
-    EXPECT_EQ(ReadBytes(folder.path() + QStringLiteral("first.html")),
-              QByteArray("\xA5\x78\xC6\x57\r\n\r\n") + sampleFooterBytes("./../../") + "\r\n");
-    EXPECT_EQ(ReadBytes(folder.path() + QStringLiteral("second.html")),
-              sampleFooterBytes("./../../") + "\r\n");
-}
-
-TEST(TypeIcons, IconsFollowTheTypeInAnyCase) {
-    EXPECT_EQ(TypeIconTag(QStringLiteral("Marked"), QStringLiteral("../qmr/")),
-              QStringLiteral("<img border=\"0\" src=\"../qmr/images-D(2007-0418-162822).jpg\" "
-                             "width=\"20\" height=\"20\">"));
-    EXPECT_EQ(TypeIconFile(QString()), QStringLiteral("images-D(2007-0418-162822).jpg"));
-    EXPECT_EQ(TypeIconFile(QStringLiteral("BOOKMARK")),
-              QStringLiteral("images-D(2007-0426-225435).jpg"));
-    EXPECT_EQ(TypeIconFile(QStringLiteral("folder")),
-              QStringLiteral("images-D(2007-0423-011620).jpg"));
-    EXPECT_EQ(TypeIconFile(QStringLiteral("separator")), QString());
+    const QString page = folder.path() + u"data/qmr/PlayAllVideos.html"_s;
+    ASSERT_TRUE(WriteVideoPage(chrome, page, u"Play All Videos on this Scrapbook"_s,
+                               u"WMV_Play_List.wpl"_s, &error))
+        << error.toStdString();
+    EXPECT_TRUE(test::SameText(test::Golden(u"website/video-page.html"_s), ReadBytes(page)));
+    const QString player =
+        BuildPlayerHtml(u"before"_s, u"a b.wmv"_s, u"Caption"_s, u"False"_s, 320, 240);
+    EXPECT_FALSE(player.contains(QLatin1Char('\n')));
+    EXPECT_TRUE(player.contains(QStringLiteral(
+        "<embed src=\"a b.wmv\" type=\"video/x-ms-wmv\"  width=\"320\" height=\"240\" "
+        "autoStart=\"False\" showControls")));
+    EXPECT_TRUE(player.endsWith(u"<td align=\"center\">Caption</td></tr></table>"_s));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "ebook/CatalogueTree.h"
+#include "catalogue/CatalogueTree.h"
 
 #include <algorithm>
 #include <utility>

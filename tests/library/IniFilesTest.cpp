@@ -1,0 +1,110 @@
+#include "library/ProfileStrings.h"
+#include "library/cInifile.h"
+
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace qmr {
+namespace {
+
+using test::ReadBytes;
+using test::TempFolder;
+using test::WithNuls;
+
+QString read(const QString& section, const QString& key, const QString& path,
+             const QString& fallback = u"dflt"_s) {
+    return GetPrivateProfileString(section, key, fallback, 255, path);
+}
+
+TEST(ProfileStrings, WritesCrLfLinesInTheLocalCodePageMatchingNamesIgnoringCase) {
+    TempFolder folder;
+    const QString ini = folder.path() + u"Quillmere.ini"_s;
+    for (const auto& [section, key, value] : {std::tuple{"Language", "Language", "2"},
+                                              {"Content", "filename", "index.html"},
+                                              {"language", "Other", "台"},
+                                              {"LANGUAGE", "language", "3"}})
+        ASSERT_TRUE(WritePrivateProfileString(QString::fromUtf8(section), QString::fromUtf8(key),
+                                              QString::fromUtf8(value), ini));
+    EXPECT_EQ(ReadBytes(ini), QByteArray("[Language]\r\nLanguage=3\r\nOther=\xA5\x78\r\n"
+                                         "[Content]\r\nfilename=index.html\r\n"));
+    EXPECT_EQ(read(u" language "_s, u"OTHER"_s, ini), u"台"_s);
+    // A null value deletes the key, a null key the section; deleting what is not there
+    // changes nothing; an unwritable file fails.
+    ASSERT_TRUE(WritePrivateProfileString(u"language"_s, u"other"_s, QString(), ini));
+    ASSERT_TRUE(WritePrivateProfileString(u"content"_s, QString(), QString(), ini));
+    ASSERT_TRUE(WritePrivateProfileString(u"X"_s, QString(), QString(), ini));
+    EXPECT_EQ(ReadBytes(ini), QByteArray("[Language]\r\nLanguage=3\r\n"));
+    EXPECT_FALSE(
+        WritePrivateProfileString(u"A"_s, u"k"_s, u"v"_s, folder.path() + u"no/such/dir.ini"_s));
+}
+
+TEST(ProfileStrings, ReadsTrimmedUnquotedValuesAndDefaults) {
+    TempFolder folder;
+    const QString ini = folder.write(
+        u"a.ini"_s,
+        "; a comment\n[Build]\n  LinkToSourceURL = 1  \nquoted=\"  two words \"\nhalf=\"x\n"
+        "empty=\n[Build]\nLinkToSourceURL=9\n");
+    EXPECT_EQ(read(u"Build"_s, u"LinkToSourceURL"_s, ini), u"1");
+    EXPECT_EQ(read(u"Build"_s, u"quoted"_s, ini), u"  two words ");
+    EXPECT_EQ(read(u"Build"_s, u"half"_s, ini), u"\"x");
+    EXPECT_EQ(read(u"Build"_s, u"empty"_s, ini), QString());
+    EXPECT_EQ(read(u"Build"_s, u"none"_s, ini, u"d  "_s), u"d");
+    EXPECT_EQ(read(u"Build"_s, u"x"_s, folder.path() + "none.ini"), u"dflt");
+    // The buffer size cuts values and lists.
+    EXPECT_EQ(GetPrivateProfileString(u"Build"_s, u"quoted"_s, QString(), 4, ini), u"  t");
+    EXPECT_EQ(GetPrivateProfileString(u"Build"_s, QString(), QString(), 8192, ini),
+              WithNuls("LinkToSourceURL|quoted|half|empty|"));
+}
+
+TEST(cInifile, ReadsNeverFailWritesCutNulsAndNumbersFallBack) {
+    TempFolder folder;
+    cInifile ini;
+    ini.Path = folder.path() + u"s.ini"_s;
+    ini.Section = u"S"_s;
+    ini.Key = u"K"_s;
+    EXPECT_FALSE(ini.Success());
+    ini.Default = u"fallback"_s;
+    EXPECT_EQ(ini.Value(), u"fallback"_s); // no file at all
+    EXPECT_EQ(ini.LastReturnCode(), -1);
+
+    const QString longValue = QString(300, QLatin1Char('x'));
+    ini.setValue(longValue);
+    EXPECT_TRUE(ini.Success());
+    EXPECT_EQ(ini.Value(), longValue.left(254));
+    ini.setValue(WithNuls("a|b||c"));
+    EXPECT_EQ(ReadBytes(ini.Path), QByteArray("[S]\r\nK=abc\r\n"));
+    ini.setValue(QString());
+    EXPECT_EQ(ReadBytes(ini.Path), QByteArray("[S]\r\nK=\r\n")); // empty is written, not deleted
+
+    folder.write(u"s.ini"_s, "[A]\r\nx=1\r\n[]\r\n[B]\r\n");
+    QStringList names;
+    int count = -1;
+    ini.EnumerateAllSections(names, count);
+    EXPECT_EQ(names, (QStringList{"A", "B"}));
+    EXPECT_EQ(count, 2);
+    QString value;
+    EXPECT_TRUE(IniRead(ini.Path, u"a"_s, u"X"_s, value));
+    EXPECT_EQ(value, u"1");
+    EXPECT_TRUE(IniRead(ini.Path, u"B"_s, u"x"_s, value));
+    EXPECT_EQ(value, QString()); // a fresh instance: empty Default
+
+    QString name = WithNuls("Book|");
+    StripTrailingNul(name);
+    EXPECT_EQ(name, u"Book");
+    for (const auto& [text, expected] : {std::pair{" 120 ", 120},
+                                         {"-5000", -5000},
+                                         {"2.5", 2},
+                                         {"3.5", 4},
+                                         {"&H10", 16},
+                                         {"&HFFFFFFFF", -1},
+                                         {"FAIL", 7},
+                                         {"", 7},
+                                         {"99999999999", 7}})
+        EXPECT_EQ(cInifile::CLngDefault(QString::fromLatin1(text), 7), expected) << text;
+}
+
+} // namespace
+} // namespace qmr

@@ -1,0 +1,100 @@
+#include "website/FolderPages.h"
+#include "website/ListPage.h"
+
+#include "platform/LocalCodePage.h"
+#include "support/Golden.h"
+#include "support/TempFolder.h"
+#include "website/WebsiteSample.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace qmr {
+namespace {
+
+using test::Golden;
+using test::ReadBytes;
+using test::SameText;
+using test::TempFolder;
+
+QStringList titleCells(const QString& path) {
+    QStringList cells;
+    for (const QString& line : LocalCodePage::decode(ReadBytes(path)).split(u"\r\n"_s))
+        if (line.startsWith(u"<td width=\"55%\">"_s)) cells.append(line);
+    return cells;
+}
+
+TEST(ListPage, ListsPlacedItemsThatAreNotFolders) {
+    TempFolder root;
+    const Catalogue catalogue = test::SampleCatalogue();
+    const CatalogueWalk walk(catalogue);
+    const QString path = root.path() + u"data/qmr/temp.html"_s;
+    QString error;
+    ASSERT_TRUE(WriteListPage(test::SampleChrome(), catalogue, walk, false, path, &error))
+        << error.toStdString();
+    EXPECT_TRUE(SameText(Golden(u"website/list-page.html"_s), ReadBytes(path)));
+    EXPECT_EQ(FindItemById(catalogue, u"20080101000000"_s), -1);
+
+    // "Link To Source URL" shows every row as a bookmark linked to its source.
+    ASSERT_TRUE(WriteListPage(test::SampleChrome(), catalogue, walk, true, path));
+    const QString icon = QStringLiteral(
+        "<img border=\"0\" src=\"images-D(2007-0426-225435).jpg\" width=\"20\" height=\"20\">");
+    const auto cell = [&](const char* source, const QString& title) {
+        return u"<td width=\"55%\"><a href=\"%1\">"_s.arg(QLatin1String(source)) + icon + title +
+               u"</a></td>"_s;
+    };
+    EXPECT_EQ(titleCells(path),
+              (QStringList{cell("http://example.com/a?x=1&amp;y=2", test::kTitle50),
+                           cell("", test::kTitle51.left(50) + u"..."_s),
+                           cell("https://bookmark.example/", u"A bookmark"_s),
+                           cell("file:///C:/clips/a.wmv", u"a.wmv"_s), cell("", u"----"_s),
+                           cell("", u"<b>R&amp;D</b>"_s), cell("", test::kBig5Title)}));
+
+    // A scrapbook of folders only gives the header row alone; an unwritable path, the reason.
+    const Catalogue folders = test::CatalogueBuilder()
+                                  .item("1", "folder")
+                                  .item("2", "folder")
+                                  .list("root", {"1", "2"})
+                                  .build();
+    ASSERT_TRUE(WriteListPage(test::SampleChrome(), folders, CatalogueWalk(folders), false, path));
+    EXPECT_TRUE(LocalCodePage::decode(ReadBytes(path))
+                    .contains(u"\u3000</td>\r\n  </tr>\r\n</table>\r\n\u3000<hr>"_s));
+    EXPECT_FALSE(WriteListPage(test::SampleChrome(), folders, CatalogueWalk(folders), false,
+                               path + u"/under-a-file.html"_s, &error));
+}
+
+TEST(FolderPages, EachFolderGetsAUtf8PageOfWhatItsListPlaces) {
+    TempFolder root;
+    const Catalogue catalogue = test::SampleCatalogue();
+    QString error;
+    ASSERT_TRUE(WriteFolderPages(test::SampleChrome(), catalogue, CatalogueWalk(catalogue),
+                                 root.path(), &error))
+        << error.toStdString();
+    const QString pages = root.path() + u"data/qmr/"_s;
+    EXPECT_TRUE(SameText(Golden(u"website/folder-travel.html"_s),
+                         ReadBytes(pages + u"20080101000001.html"_s)));
+    EXPECT_TRUE(SameText(Golden(u"website/folder-japan.html"_s),
+                         ReadBytes(pages + u"20080101000002.html"_s)));
+    // The pages are made in memory: no scratch or temporary file stays behind.
+    EXPECT_EQ(QDir(pages).entryList(QDir::Files, QDir::Name),
+              (QStringList{"20080101000001.html", "20080101000002.html"}));
+
+    // A parent without a title gives no path link.
+    Catalogue untitled = catalogue;
+    untitled.items[1].title.clear();
+    const QString header = FolderPathHeader(test::SampleChrome(), untitled, 2, u"20080101000001"_s);
+    EXPECT_TRUE(header.endsWith(QStringLiteral("<font size=\"4\"><b>\r\nJapan</b></font><br>\r\n"
+                                               "<p align=\"left\">\r\n<div align=\"left\">\r\n")));
+
+    TempFolder blocked;
+    blocked.write(u"data/qmr"_s, "a file where the folder should be");
+    EXPECT_FALSE(WriteFolderPages(test::SampleChrome(), catalogue, CatalogueWalk(catalogue),
+                                  blocked.path(), &error));
+    EXPECT_TRUE(error.contains(u"20080101000001.html"_s)) << error.toStdString();
+}
+
+} // namespace
+} // namespace qmr
