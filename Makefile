@@ -6,14 +6,14 @@ JOBS ?= $(shell nproc)
 # chmcmd (fp-utils) compiles the e-books; 7z and extract_chmLib open them in the tests;
 # xmllint checks the catalogues Quillmere writes.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
-            libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils
+            libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils clang-format
 
 BUILD := build
 SANITIZED := build-sanitize
 QUILLMERE := $(BUILD)/src/cli/quillmere
 DEMO := $(BUILD)/demo
 
-.PHONY: all deps build build-sanitized test test-plain test-sanitized demo bench clean
+.PHONY: all deps build build-sanitized test test-plain test-sanitized demo bench clean format-check
 
 all: build
 
@@ -46,6 +46,10 @@ demo: build
 
 bench: build
 	@$(BUILD)/bench/catalogue_bench
+
+# Every C++ file as the project's .clang-format writes it.
+format-check: deps
+	@scripts/check-format.sh
 
 clean:
 	rm -rf $(BUILD) $(SANITIZED)

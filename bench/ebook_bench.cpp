@@ -4,12 +4,12 @@
 
 #include "ScrapbookGenerator.h"
 
-#include "host/BuildHost.h"
+#include "catalogue/CatalogueWalk.h"
 #include "catalogue/RdfReader.h"
 #include "ebook/EbookBuild.h"
 #include "ebook/EbookContext.h"
 #include "ebook/Sitemap.h"
-#include "catalogue/CatalogueWalk.h"
+#include "host/BuildHost.h"
 
 #include "BenchMain.h"
 

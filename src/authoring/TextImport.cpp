@@ -2,10 +2,10 @@
 
 #include "authoring/CatalogueWriter.h"
 #include "authoring/InputTextFile.h"
-#include "host/InputError.h"
 #include "catalogue/LocalTextFile.h"
 #include "catalogue/PathSafety.h"
 #include "catalogue/TextFiles.h"
+#include "host/InputError.h"
 #include "website/PageFragments.h"
 
 #include <QDir>
@@ -158,10 +158,9 @@ ImportResult ImportTextToScrapbook(const AuthoringContext& context, const QStrin
     QString reason;
     if (!ReadLocalInputLines(path, lines, &reason)) {
         result.problem =
-            InputError{path, 0,
-                           QStringLiteral("cannot read the text to import (%1)").arg(reason),
-                           QStringLiteral("Put the text in data.txt in that folder, "
-                                          "entries separated by lines of \"*****\"")}
+            InputError{path, 0, QStringLiteral("cannot read the text to import (%1)").arg(reason),
+                       QStringLiteral("Put the text in data.txt in that folder, "
+                                      "entries separated by lines of \"*****\"")}
                 .text();
         return result;
     }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/BuildHost.h"
 #include "ebook/EbookOptions.h"
 #include "ebook/HelpCompiler.h"
+#include "host/BuildHost.h"
 #include "website/PageChrome.h"
 
 #include <QString>
