@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 
 #include <gtest/gtest.h>
 
@@ -147,6 +148,137 @@ TEST(PictureCopies, EveryKindOfPictureGetsBothCopies) {
     // "b.Png" comes first when case is ignored.
     EXPECT_EQ(ReadBytes(book.icon(kItemIconName)), ReadBytes(book.icon("b.Png.jpg")));
     EXPECT_EQ(host.log.last().toStdString(), "Picture copies: 10 made, 0 up to date, 0 skipped");
+}
+
+QByteArray cutShort(const QString& path) {
+    const QByteArray bytes = ReadBytes(path);
+    return bytes.left(bytes.size() / 2);
+}
+
+// A picture that cannot be read is logged with its path and skipped; the others are made. Each
+// check happens before the decoder runs where it can: a forged size is refused by the header.
+TEST(PictureCopies, BrokenCutShortAndOversizedPicturesAreLoggedAndSkipped) {
+    Scrapbook book;
+    book.picture("good.png", {"-size", "120x90", "gradient:red-blue"});
+    const QString jpeg = book.picture("cut.jpg", {"-size", "400x300", "gradient:red-blue"});
+    test::TempFolder scratch;
+    const QString png = MakePicture(scratch.path() + "p.png", {"-size", "400x300", "plasma:"});
+    const QString gif = MakePicture(scratch.path() + "g.gif", {"-size", "400x300", "plasma:"});
+    book.root.write(kItem + "cut.jpg", cutShort(jpeg));
+    book.root.write(kItem + "cut.png", cutShort(png));
+    book.root.write(kItem + "cut.gif", cutShort(gif));
+    book.root.write(kItem + "noise.bmp", QByteArray(4000, 'x'));
+    QByteArray huge = ReadBytes(png);
+    huge.replace(16, 8, QByteArray("\0\0\x75\x30\0\0\x75\x30", 8)); // 30000 by 30000
+    book.root.write(kItem + "huge.png", huge);
+
+    RecordingHost host;
+    const PictureCopyReport report = makeCopies(book, host);
+    EXPECT_EQ(report.made, 1);
+    EXPECT_EQ(report.skipped, 5);
+    const QString log = host.log.join(u'\n');
+    for (const char* name : {"cut.jpg", "cut.png", "cut.gif", "noise.bmp", "huge.png"}) {
+        EXPECT_TRUE(log.contains(
+            QStringLiteral("Skipped picture %1").arg(QDir::toNativeSeparators(book.item() + name))))
+            << name << "\n"
+            << log.toStdString();
+        EXPECT_FALSE(QFile::exists(book.screen(CopyName(QString::fromLatin1(name))))) << name;
+    }
+    EXPECT_TRUE(log.contains("cut.jpg: the file is cut short")) << log.toStdString();
+    EXPECT_TRUE(log.contains("huge.png: the header says 30000 by 30000 pixels"));
+    EXPECT_TRUE(log.contains("noise.bmp: the header gives no size") ||
+                log.contains("noise.bmp: it is not a"));
+    EXPECT_EQ(PictureSize(book.icon("good.png.jpg")), QSize(100, 75));
+    // The first picture cannot be read, so the icon is the first small copy there is.
+    EXPECT_EQ(ReadBytes(book.icon(kItemIconName)), ReadBytes(book.icon("good.png.jpg")));
+    const QStringList left = QDir(book.item() + kScreenCopyFolder).entryList(QDir::Files);
+    EXPECT_EQ(left, QStringList({"good.png.jpg"})) << "no temporary file is left behind";
+}
+
+// A copy newer than its picture is kept: an unchanged scrapbook makes nothing. The menu's two
+// commands each make their own folder, and a later full build keeps what they made.
+TEST(PictureCopies, CopiesNewerThanThePictureAreKept) {
+    Scrapbook book;
+    const QString a = book.picture("a.jpg", {"-size", "800x600", "gradient:red-blue"});
+    book.picture("b.gif", {"-size", "200x100", "gradient:red-blue"});
+    RecordingHost host;
+    PictureCopyReport report = makeCopies(book, host, {true, false, 0});
+    EXPECT_EQ(report.made, 2);
+    EXPECT_TRUE(QFile::exists(book.icon(kItemIconName)));
+    EXPECT_FALSE(QDir(book.item() + kScreenCopyFolder).exists());
+
+    const QDateTime iconTime = QFileInfo(book.icon("a.jpg")).lastModified();
+    report = makeCopies(book, host, {false, true, 0});
+    EXPECT_EQ(report.made, 2);
+    EXPECT_EQ(QFileInfo(book.icon("a.jpg")).lastModified(), iconTime);
+    EXPECT_EQ(PictureSize(book.screen("a.jpg")), QSize(640, 480));
+
+    report = makeCopies(book, host);
+    EXPECT_EQ(report.made, 0);
+    EXPECT_EQ(report.upToDate, 2);
+    EXPECT_EQ(host.log.last().toStdString(), "Picture copies: 0 made, 2 up to date, 0 skipped");
+
+    // A picture changed after its copies gets new ones, and the icon follows.
+    QFile changed(a);
+    ASSERT_TRUE(changed.open(QIODevice::ReadWrite));
+    changed.setFileTime(QDateTime::currentDateTime().addSecs(60),
+                        QFileDevice::FileModificationTime);
+    changed.close();
+    report = makeCopies(book, host);
+    EXPECT_EQ(report.made, 1);
+    EXPECT_EQ(report.upToDate, 1);
+    EXPECT_GE(QFileInfo(book.icon(kItemIconName)).lastModified(),
+              QFileInfo(book.icon("a.jpg")).lastModified());
+}
+
+QMap<QString, QByteArray> copiesIn(const QString& folder) {
+    QMap<QString, QByteArray> copies;
+    for (const QString& name : QDir(folder).entryList(QDir::Files))
+        copies.insert(name, ReadBytes(folder + name));
+    return copies;
+}
+
+// The workers share nothing that could change a copy: one and two give the same bytes.
+TEST(PictureCopies, OneAndTwoWorkersMakeTheSameBytes) {
+    Scrapbook one;
+    Scrapbook two;
+    for (int i = 0; i < 6; ++i) {
+        const QString name = QStringLiteral("p%1.jpg").arg(i);
+        one.picture(name, {"-seed", QString::number(i), "-size",
+                           QStringLiteral("%1x500").arg(700 + 50 * i), "gradient:red-blue",
+                           "-attenuate", "0.3", "+noise", "Gaussian"});
+        two.root.write(kItem + name, ReadBytes(one.item() + name));
+    }
+    RecordingHost host;
+    EXPECT_EQ(makeCopies(one, host, {true, true, 1}).made, 6);
+    EXPECT_EQ(makeCopies(two, host, {true, true, 2}).made, 6);
+    for (const QString& folder : {kIconCopyFolder, kScreenCopyFolder}) {
+        const auto made = copiesIn(one.item() + folder);
+        EXPECT_EQ(made.size(), folder == kIconCopyFolder ? 7 : 6);
+        EXPECT_TRUE(made == copiesIn(two.item() + folder)) << folder.toStdString();
+    }
+}
+
+// A host that asks to stop once the first picture is done.
+class StoppingHost : public RecordingHost {
+  public:
+    void progress(qint64 value, qint64 total) override {
+        steps.append(QStringLiteral("%1/%2").arg(value).arg(total));
+    }
+    bool cancelled() const override { return !steps.isEmpty(); }
+    QStringList steps;
+};
+
+TEST(PictureCopies, StopsBetweenPicturesWhenCancelled) {
+    Scrapbook book;
+    for (int i = 0; i < 4; ++i)
+        book.picture(QStringLiteral("p%1.png").arg(i), {"-size", "300x200", "xc:red"});
+    StoppingHost host;
+    const PictureCopyReport report = makeCopies(book, host, {true, true, 1});
+    EXPECT_TRUE(report.cancelled);
+    EXPECT_EQ(host.steps.first().toStdString(), "1/4");
+    EXPECT_LT(report.made, 4);
+    EXPECT_TRUE(host.log.last().startsWith("Picture copies stopped: "));
 }
 
 } // namespace
