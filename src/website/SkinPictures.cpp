@@ -1,0 +1,34 @@
+#include "website/SkinPictures.h"
+
+#include "catalogue/TextFiles.h"
+
+#include <QFile>
+
+namespace qmr {
+
+QStringList KioskSkinPictures() {
+    return {QStringLiteral("logo.gif"),     QStringLiteral("topbg_right.gif"),
+            QStringLiteral("topbg.gif"),    QStringLiteral("foot-bg.gif"),
+            QStringLiteral("right-bg.gif"), QStringLiteral("right-1.gif")};
+}
+
+QStringList LogitechSkinPictures() {
+    return {QStringLiteral("logo.jpg"),
+            QStringLiteral("strip_bg5_333333.gif"),
+            QStringLiteral("strip5_a_util.jpg"),
+            QStringLiteral("spacer.gif"),
+            QStringLiteral("d5_a.gif"),
+            QStringLiteral("d5_b.gif"),
+            QStringLiteral("grey_table_background_line.gif")};
+}
+
+bool WriteSkinPictures(const QString& folder, const QStringList& names, QString* error) {
+    for (const EmbeddedFile& picture : SkinPictureFiles()) {
+        if (!names.contains(picture.name)) continue;
+        const QString path = folder + picture.name;
+        if (!QFile::exists(path) && !WriteFileAtomically(path, picture.bytes, error)) return false;
+    }
+    return true;
+}
+
+} // namespace qmr
