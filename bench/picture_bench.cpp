@@ -58,7 +58,7 @@ bool drawPhotos(const QString& folder) {
         const QString path = folder + QStringLiteral("photo%1.jpg").arg(i);
         if (QFile::exists(path)) continue;
         std::printf("drawing %s\n", qPrintable(path));
-        if (!run(QStringLiteral("convert"),
+        if (!run(QFile::exists("/usr/bin/convert") ? "/usr/bin/convert" : "convert",
                  {"-seed", QString::number(i), "-size", "750x500", "plasma:fractal", "-resize",
                   "3000x2000!", "-attenuate", "0.5", "+noise", "Gaussian", "-quality", "90", path}))
             return false;

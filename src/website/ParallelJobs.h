@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -17,48 +16,62 @@ namespace qmr {
 // comes for a while it calls `waiting()` there instead. When either returns false no further
 // job starts; those under way end and are still handed over. The calling thread is the only
 // one that runs `finished` and `waiting`, so they may talk to the user.
+//
+// A worker starts a job only while fewer than `threads` results wait to be handed over, so the
+// workers never run ahead of the calling thread's checks by more than one job each.
 template <typename Result, typename Work, typename Finished, typename Waiting>
 void RunParallelJobs(int count, int threads, Work work, Finished finished, Waiting waiting) {
     if (count <= 0) return;
+    threads = std::clamp(threads, 1, count);
     std::mutex mutex;
-    std::condition_variable ready;
+    std::condition_variable resultReady;
+    std::condition_variable roomReady;
     std::deque<std::pair<int, Result>> results;
-    std::atomic<int> next{0};
-    std::atomic<bool> stop{false};
-    int running = std::clamp(threads, 1, count);
+    int next = 0;
+    int unhanded = 0; // results given back and not yet handed over
+    int running = threads;
+    bool stop = false;
 
     auto worker = [&] {
-        for (int i = next++; i < count && !stop; i = next++) {
+        std::unique_lock lock(mutex);
+        for (;;) {
+            roomReady.wait(lock, [&] { return stop || unhanded < threads; });
+            if (stop || next >= count) break;
+            const int i = next++;
+            ++unhanded;
+            lock.unlock();
             Result result = work(i);
-            std::lock_guard lock(mutex);
+            lock.lock();
             results.emplace_back(i, std::move(result));
-            ready.notify_one();
+            resultReady.notify_one();
         }
-        std::lock_guard lock(mutex);
         --running;
-        ready.notify_one();
+        resultReady.notify_one();
     };
     std::vector<std::thread> pool;
-    for (int t = running; t > 0; --t)
+    for (int t = 0; t < threads; ++t)
         pool.emplace_back(worker);
 
     std::unique_lock lock(mutex);
-    for (;;) {
-        const bool any = ready.wait_for(lock, std::chrono::milliseconds(100),
-                                        [&] { return !results.empty() || running == 0; });
-        if (results.empty() && running == 0) break;
-        if (!any) {
+    while (running > 0 || !results.empty()) {
+        if (!resultReady.wait_for(lock, std::chrono::milliseconds(100),
+                                  [&] { return !results.empty() || running == 0; })) {
             lock.unlock();
-            if (!waiting()) stop = true;
+            const bool goOn = waiting();
             lock.lock();
+            stop = stop || !goOn;
+            roomReady.notify_all();
             continue;
         }
-        std::deque<std::pair<int, Result>> arrived;
-        arrived.swap(results);
+        if (results.empty()) continue;
+        auto [index, result] = std::move(results.front());
+        results.pop_front();
         lock.unlock();
-        for (auto& [index, result] : arrived)
-            if (!finished(index, std::move(result))) stop = true;
+        const bool goOn = finished(index, std::move(result));
         lock.lock();
+        stop = stop || !goOn;
+        --unhanded;
+        roomReady.notify_all();
     }
     lock.unlock();
     for (std::thread& thread : pool)

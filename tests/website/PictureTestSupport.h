@@ -3,6 +3,8 @@
 #include "support/TempFolder.h"
 
 #include <QByteArray>
+#include <QFile>
+#include <QMap>
 #include <QProcess>
 #include <QSize>
 #include <QStringList>
@@ -13,9 +15,11 @@ namespace qmr::test {
 
 // ImageMagick draws the test pictures and reads the copies back: a reader that shares no code
 // with the one that made them.
+// Debian's own convert is named in full: a wrapper of the same name may come first on the path.
 inline QByteArray Magick(const QStringList& arguments) {
     QProcess convert;
-    convert.start(QStringLiteral("convert"), arguments);
+    const QString installed = QStringLiteral("/usr/bin/convert");
+    convert.start(QFile::exists(installed) ? installed : QStringLiteral("convert"), arguments);
     const bool finished = convert.waitForFinished(60000);
     EXPECT_TRUE(finished && convert.exitCode() == 0)
         << "convert " << arguments.join(u' ').toStdString() << ": "
@@ -32,26 +36,35 @@ inline QString MakePicture(const QString& path, QStringList drawing,
     return path;
 }
 
-inline QSize PictureSize(const QString& path) {
+// The sizes of the pictures in `folder` by name, read in one go.
+inline QMap<QString, QSize> PictureSizes(const QString& folder) {
     QProcess identify;
-    identify.start(QStringLiteral("identify"), {QStringLiteral("-ping"), QStringLiteral("-format"),
-                                                QStringLiteral("%w %h"), path});
+    identify.setWorkingDirectory(folder);
+    identify.start(
+        QStringLiteral("sh"),
+        {QStringLiteral("-c"), QStringLiteral("identify -ping -format '%f %w %h\\n' *")});
     identify.waitForFinished(60000);
-    const QList<QByteArray> size = identify.readAllStandardOutput().split(' ');
-    return size.size() == 2 ? QSize(size[0].toInt(), size[1].toInt()) : QSize();
+    QMap<QString, QSize> sizes;
+    for (const QByteArray& line : identify.readAllStandardOutput().split('\n')) {
+        const QList<QByteArray> parts = line.split(' ');
+        if (parts.size() == 3)
+            sizes.insert(QString::fromUtf8(parts[0]), QSize(parts[1].toInt(), parts[2].toInt()));
+    }
+    return sizes;
+}
+
+inline QSize PictureSize(const QString& path) {
+    const qsizetype slash = path.lastIndexOf(u'/');
+    return PictureSizes(path.left(slash + 1)).value(path.mid(slash + 1));
 }
 
 // The red, green and blue of one pixel, each 0 to 255.
 inline QList<int> Pixel(const QString& path, int x, int y) {
-    const QByteArray text =
-        Magick({path, QStringLiteral("-crop"), QStringLiteral("1x1+%1+%2").arg(x).arg(y),
-                QStringLiteral("-depth"), QStringLiteral("8"), QStringLiteral("-format"),
-                QStringLiteral("%[pixel:p]"), QStringLiteral("info:")});
-    // "srgb(r,g,b)", or a colour name where the colour has one ("white").
-    if (text == "white") return {255, 255, 255};
+    const QString at = QStringLiteral("%[fx:int(255*p{%1,%2}.").arg(x).arg(y);
     QList<int> colour;
-    for (const QByteArray& part : text.mid(text.indexOf('(') + 1).chopped(1).split(','))
-        colour.append(part.toInt());
+    for (const QByteArray& value :
+         Magick({path, "-format", at + "r)] " + at + "g)] " + at + "b)]", "info:"}).split(' '))
+        colour.append(value.toInt());
     return colour;
 }
 

@@ -2,7 +2,6 @@
 
 #include "website/PictureTestSupport.h"
 
-#include <QFile>
 #include <QMap>
 
 #include <gtest/gtest.h>
@@ -37,18 +36,7 @@ TEST(SkinPictures, EveryPictureDecodesAtTheSizeItsPageGivesIt) {
             EXPECT_EQ(size, expected) << picture.name.toStdString();
             names.append(picture.name);
         }
-    for (const QString& name : KioskSkinPictures() + LogitechSkinPictures())
-        EXPECT_TRUE(names.contains(name)) << name.toStdString();
     EXPECT_TRUE(names.contains("images-D(2007-0423-011620).jpg")); // the gallery's placeholder
-}
-
-TEST(SkinPictures, WritesOnlyTheNamedOnesAndNeverOverAUsersOwn) {
-    TempFolder folder;
-    folder.write("logo.gif", "mine");
-    ASSERT_TRUE(WriteSkinPictures(folder.path(), KioskSkinPictures()));
-    EXPECT_EQ(test::ReadBytes(folder.path() + "logo.gif"), "mine");
-    EXPECT_TRUE(QFile::exists(folder.path() + "right-1.gif"));
-    EXPECT_FALSE(QFile::exists(folder.path() + "logo.jpg"));
 }
 
 } // namespace
