@@ -145,6 +145,9 @@ int main(int argc, char** argv) {
                 first, count / first, count / firstCpu, qPrintable(firstLog));
     std::printf("Quillmere, unchanged second run:     %7.3f s  %5.1f %% of the first  (%s)\n",
                 second, 100 * second / first, qPrintable(host.last));
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    std::printf("Quillmere, peak resident memory:     %7.1f MB\n", usage.ru_maxrss / 1024.0);
     std::printf("Quillmere / vips: %.2fx by the clock, %.2fx by processor time (target at least "
                 "1.8x); second run %s 5 %%\n",
                 vips / first, vipsCpu / firstCpu, second < 0.05 * first ? "under" : "NOT under");

@@ -17,8 +17,11 @@ namespace qmr {
 // job starts; those under way end and are still handed over. The calling thread is the only
 // one that runs `finished` and `waiting`, so they may talk to the user.
 //
-// A worker starts a job only while fewer than `threads` results wait to be handed over, so the
-// workers never run ahead of the calling thread's checks by more than one job each.
+// A worker starts a job only while fewer than four results a worker wait to be handed over:
+// enough that a busy machine's slow wake-ups of the calling thread do not hold the workers
+// up, and few enough that a stop takes effect within a few jobs.
+inline constexpr int kAheadPerWorker = 4;
+
 template <typename Result, typename Work, typename Finished, typename Waiting>
 void RunParallelJobs(int count, int threads, Work work, Finished finished, Waiting waiting) {
     if (count <= 0) return;
@@ -35,7 +38,7 @@ void RunParallelJobs(int count, int threads, Work work, Finished finished, Waiti
     auto worker = [&] {
         std::unique_lock lock(mutex);
         for (;;) {
-            roomReady.wait(lock, [&] { return stop || unhanded < threads; });
+            roomReady.wait(lock, [&] { return stop || unhanded < kAheadPerWorker * threads; });
             if (stop || next >= count) break;
             const int i = next++;
             ++unhanded;
