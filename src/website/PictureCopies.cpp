@@ -6,6 +6,7 @@
 #include "website/PictureCopyJob.h"
 #include "website/PictureSources.h"
 #include "website/PixelBudget.h"
+#include "website/WholeFile.h"
 
 #include <QDir>
 #include <QFile>

@@ -21,8 +21,4 @@ struct PictureCopyJob {
 // was skipped.
 QString CopyPicture(const PictureCopyJob& job, PixelBudget& budget);
 
-// Writes `bytes` under a temporary name beside `path` and renames it over `path`, so that a
-// copy is either whole or not there. False with the reason otherwise.
-bool WriteWholeFile(const QString& path, const QByteArray& bytes, QString* problem);
-
 } // namespace qmr

@@ -1,6 +1,6 @@
 #include "website/SkinPictures.h"
 
-#include "catalogue/TextFiles.h"
+#include "website/WholeFile.h"
 
 #include <QFile>
 
@@ -26,7 +26,12 @@ bool WriteSkinPictures(const QString& folder, const QStringList& names, QString*
     for (const EmbeddedFile& picture : SkinPictureFiles()) {
         if (!names.contains(picture.name)) continue;
         const QString path = folder + picture.name;
-        if (!QFile::exists(path) && !WriteFileAtomically(path, picture.bytes, error)) return false;
+        // Written whole under another name first: a half-written picture would never be
+        // replaced, since one that is there is always kept.
+        QString problem;
+        if (QFile::exists(path) || WriteWholeFile(path, picture.bytes, &problem)) continue;
+        if (error) *error = problem;
+        return false;
     }
     return true;
 }
