@@ -88,6 +88,7 @@ Plan planCopies(BuildHost& host, const QString& scrapbookFolder, const PictureCo
             plan.jobs.append(job);
         }
         if (!folderPlan.copyNames.isEmpty()) plan.folders.append(folderPlan);
+        host.yield(); // a scrapbook may hold thousands of item folders to look into
     }
     return plan;
 }
