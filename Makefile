@@ -4,9 +4,12 @@ JOBS ?= $(shell nproc)
 
 # Debian packages the build, the tests and the demo need.
 # chmcmd (fp-utils) compiles the e-books; 7z and extract_chmLib open them in the tests;
-# xmllint checks the catalogues Quillmere writes.
+# xmllint checks the catalogues Quillmere writes. FreeImage makes the picture copies;
+# ImageMagick draws the tests' pictures and reads the copies back; vipsthumbnail is what the
+# picture benchmark measures the copies against.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
-            libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils clang-format
+            libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils \
+            libfreeimage-dev imagemagick libvips-tools clang-format
 
 BUILD := build
 SANITIZED := build-sanitize

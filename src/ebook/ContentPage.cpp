@@ -4,6 +4,7 @@
 #include "ebook/ContentSkins.h"
 #include "ebook/ForumFile.h"
 #include "website/PageFragments.h"
+#include "website/SkinPictures.h"
 #include "website/TypeIcons.h"
 
 #include <QDir>
@@ -174,8 +175,16 @@ bool ContentPage::CloseContentPage(QString* error) {
     }
     m_file.writeLine(HtmlFooter(*m_chrome, QStringLiteral("./")));
     // The marked item's folder is where its saved page belongs, even when ScrapBook left none.
-    QDir().mkpath(QFileInfo(m_file.path()).path());
-    return m_file.commit(error);
+    const QString pageFolder = QFileInfo(m_file.path()).path() + QLatin1Char('/');
+    QDir().mkpath(pageFolder);
+    if (!m_file.commit(error)) return false;
+    // The skins' pictures stand where the page's base address ("./../../") points.
+    const QString baseFolder = QDir::cleanPath(pageFolder + QStringLiteral("../..")) + '/';
+    if (m_template == Template::Kiosk)
+        return WriteSkinPictures(baseFolder, KioskSkinPictures(), error);
+    if (m_template == Template::Logitech)
+        return WriteSkinPictures(baseFolder, LogitechSkinPictures(), error);
+    return true;
 }
 
 } // namespace qmr

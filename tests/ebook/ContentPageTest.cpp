@@ -6,6 +6,7 @@
 #include "support/CatalogueBuilder.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -73,12 +74,20 @@ TEST(ContentPage, MarkersChooseTheSkinLogitechFirst) {
             s.catalogue.items[14].comment.clear();
             s.start();
         }
+        // A picture the user put where the skin's pictures go stays as it was.
+        const QString own = c.logitechMarker ? u"logo.jpg"_s : u"logo.gif"_s;
+        s.folder.write(own, "the user's own");
         s.writeSitemaps();
         const QString path = s.path(u"data/"_s + FixtureId(c.markedItem) + u"/index.html"_s);
         EXPECT_EQ(s.build->content.pagePath(), path);
         const QByteArray page = test::ReadBytes(path);
         EXPECT_TRUE(page.contains(entries));
         const QString text = LocalCodePage::decode(page);
+        // Every picture the skin names is where its base address points.
+        static const QRegularExpression named(u"(?:src|background)=\"([^\"/:]+\\.(?:gif|jpg))\""_s);
+        for (const auto& match : named.globalMatch(text))
+            EXPECT_TRUE(QFile::exists(s.path(match.captured(1)))) << match.captured(1).toStdString();
+        EXPECT_EQ(test::ReadBytes(s.path(own)), "the user's own");
         for (const QString& part : c.parts)
             EXPECT_TRUE(text.contains(part)) << part.toStdString();
         for (const char* tag : {"table", "tr", "td", "tbody"})
