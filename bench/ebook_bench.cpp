@@ -15,6 +15,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <map>
@@ -135,6 +139,54 @@ void WholeProject(benchmark::State& state) {
     state.counters["folders"] = double(c.options.folders);
 }
 
+// The whole `quillmere ebook FOLDER --no-compile --no-view` process beside `xmllint --noout`
+// reading the same scrapbook.rdf, run in turn so that both meet the same machine. The time
+// shown is quillmere's; the counters give both and their ratio.
+void WholeProcessBesideXmllint(benchmark::State& state) {
+    const QString folder = scrapbookOrSkip(state);
+    if (folder.isEmpty()) return;
+    if (QStandardPaths::findExecutable(QStringLiteral("xmllint")).isEmpty()) {
+        state.SkipWithError("xmllint is not installed (Debian libxml2-utils)");
+        return;
+    }
+    QTemporaryDir home;
+    const Case& c = cases().at(state.range(0));
+    if (c.limits.maxItems != CatalogueLimits::kDefaultItems) {
+        QFile ini(home.path() + QStringLiteral("/Quillmere.ini"));
+        if (ini.open(QIODevice::WriteOnly))
+            ini.write(QStringLiteral("[Limits]\r\nCatalogueLines=%1\r\nCatalogueItems=%2\r\n")
+                          .arg(c.limits.maxLines)
+                          .arg(c.limits.maxItems)
+                          .toLatin1());
+    }
+    double quillmere = 0, xmllint = 0;
+    auto timed = [&](const QString& program, const QStringList& arguments) {
+        QElapsedTimer timer;
+        timer.start();
+        QProcess process;
+        process.start(program, arguments);
+        const bool ended = process.waitForFinished(600000) && process.exitCode() == 0;
+        if (!ended)
+            state.SkipWithError((program + QStringLiteral(" failed")).toLocal8Bit().constData());
+        return double(timer.nsecsElapsed()) / 1e9;
+    };
+    for (auto _ : state) {
+        const double q =
+            timed(QStringLiteral(QMR_QUILLMERE_EXE),
+                  {QStringLiteral("--home"), home.path(), QStringLiteral("ebook"), folder,
+                   QStringLiteral("--no-compile"), QStringLiteral("--no-view")});
+        xmllint += timed(QStringLiteral("xmllint"),
+                         {QStringLiteral("--noout"), folder + QStringLiteral("scrapbook.rdf")});
+        quillmere += q;
+        state.SetIterationTime(q);
+    }
+    state.counters["quillmere_s"] =
+        benchmark::Counter(quillmere, benchmark::Counter::kAvgIterations);
+    state.counters["xmllint_s"] = benchmark::Counter(xmllint, benchmark::Counter::kAvgIterations);
+    state.counters["ratio"] = xmllint > 0 ? quillmere / xmllint : 0;
+    state.counters["items"] = double(c.options.items);
+}
+
 void everySize(benchmark::internal::Benchmark* bench) {
     for (const auto& entry : cases())
         bench->Arg(entry.first);
@@ -142,6 +194,11 @@ void everySize(benchmark::internal::Benchmark* bench) {
 
 BENCHMARK(TableOfContentsOnly)->Apply(everySize)->ArgName("items")->Unit(benchmark::kMillisecond);
 BENCHMARK(WholeProject)->Apply(everySize)->ArgName("items")->Unit(benchmark::kMillisecond);
+BENCHMARK(WholeProcessBesideXmllint)
+    ->Apply(everySize)
+    ->ArgName("items")
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 

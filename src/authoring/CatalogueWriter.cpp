@@ -17,7 +17,7 @@ QString itemUrn(const QString& id) {
 }
 
 QString sixDigits(int number) {
-    return (QStringLiteral("000000") + QString::number(number)).right(6);
+    return QString(QStringLiteral("000000") + QString::number(number)).right(6);
 }
 
 } // namespace

@@ -165,7 +165,8 @@ void warnIfNotLocal(const AuthoringContext& context, const QString& name) {
 }
 
 QString itemTitle(const PlannedItem& item) {
-    const QString sizeText = (QStringLiteral("00000000") + QString::number(item.length)).right(8);
+    const QString sizeText =
+        QString(QStringLiteral("00000000") + QString::number(item.length)).right(8);
     return sizeText + QLatin1Char('-') + item.safeName;
 }
 

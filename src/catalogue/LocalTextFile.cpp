@@ -9,6 +9,7 @@ void LocalTextFile::open(const QString& path) {
     m_path = path;
     m_pending.clear();
     m_bytes.clear();
+    m_asRead = nullptr;
 }
 
 void LocalTextFile::writeLine(const QString& text) {
@@ -22,7 +23,13 @@ void LocalTextFile::write(const QString& text) {
 
 void LocalTextFile::flushText() {
     if (m_pending.isEmpty()) return;
-    m_bytes += LocalCodePage::encode(m_pending);
+    if (m_asRead) {
+        QString chunk;
+        m_bytes += LocalCodePage::encode(m_pending, &chunk);
+        *m_asRead += chunk;
+    } else {
+        m_bytes += LocalCodePage::encode(m_pending);
+    }
     m_pending.clear();
 }
 

@@ -23,6 +23,9 @@ class LocalTextFile {
     void write(const QString& text);
     // Bytes as they stand (a file name that must keep the file system's bytes).
     void writeBytes(const QByteArray& bytes);
+    // From now on, also gathers into `asRead` the text as the file reads back, so a copy in
+    // another encoding needs no second reading.
+    void keepTextAsRead(QString* asRead) { m_asRead = asRead; }
     // Writes the file; false with the reason when it cannot. The file is closed either way.
     bool commit(QString* error = nullptr);
 
@@ -31,6 +34,7 @@ class LocalTextFile {
     QString m_path;
     QString m_pending;
     QByteArray m_bytes;
+    QString* m_asRead = nullptr;
 };
 
 } // namespace qmr

@@ -100,10 +100,17 @@ bool readItems(Catalogue& catalogue, const QString& rdfPath, const CatalogueLimi
     int current = -1;
     for (int index = 0; index <= catalogue.lineCount; ++index) {
         const QString& line = catalogue.lines.at(index);
+        // Every line the reader looks at starts "NS1:" or "<"; most catalogue lines do.
+        if (line.isEmpty() || (line.front() != u'N' && line.front() != u'<')) continue;
+        // Attribute lines start "NS1:"; the letter after it picks the one or two to compare.
+        const bool attributeLine = line.size() > 4 && line.startsWith(QLatin1String("NS1:"));
         for (const Attribute& attribute : kAttributes) {
-            if (!line.startsWith(attribute.prefix)) continue;
-            const QString rest = line.mid(attribute.prefix.size());
-            const int p = GetEndValue(rest);
+            if (!attributeLine) break;
+            if (line.at(4) != QLatin1Char(attribute.prefix.at(4)) ||
+                !line.startsWith(attribute.prefix))
+                continue;
+            const QStringView rest = QStringView(line).mid(attribute.prefix.size());
+            const int p = int(rest.lastIndexOf(u'"')) + 1; // as GetEndValue counts
             if (p == 0)
                 return fail(error, rdfPath, index + 1,
                             QStringLiteral("the value of %1 has no closing double quote")
@@ -114,7 +121,7 @@ bool readItems(Catalogue& catalogue, const QString& rdfPath, const CatalogueLimi
                             QStringLiteral("%1 stands before the first <RDF:Description line")
                                 .arg(attribute.prefix.chopped(2)),
                             kRepairAdvice);
-            catalogue.items[current].*attribute.field = rest.left(p - 1);
+            catalogue.items[current].*attribute.field = rest.left(p - 1).toString();
         }
         if (line.startsWith(QLatin1String("<RDF:Description"))) {
             if (++current >= limits.maxItems)
@@ -140,7 +147,7 @@ int GetEndValue(const QString& text) {
 }
 
 bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath, InputError* error,
-                            QByteArray* workingCopy) {
+                            QString* workingText) {
     QFile file(rdfPath);
     if (!file.open(QIODevice::ReadOnly))
         return fail(error, rdfPath, 0,
@@ -152,30 +159,28 @@ bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath, Inpu
         return fail(error, rdfPath, lineOfOffset(bytes, nul),
                     QStringLiteral("the catalogue holds binary data (a NUL byte), not text"),
                     QStringLiteral("Restore scrapbook.rdf from a backup"));
-    const qsizetype bad = firstInvalidUtf8(bytes);
+    // Qt's check is the fast one; the slow one finds where a bad catalogue goes wrong.
+    const qsizetype bad = QByteArrayView(bytes).isValidUtf8() ? -1 : firstInvalidUtf8(bytes);
     if (bad >= 0)
         return fail(error, rdfPath, lineOfOffset(bytes, bad),
                     QStringLiteral("the catalogue is not valid UTF-8 (byte 0x%1 at offset %2)")
                         .arg(uchar(bytes.at(bad)), 2, 16, QLatin1Char('0'))
                         .arg(bad),
                     QStringLiteral("Save scrapbook.rdf as UTF-8, as ScrapBook writes it"));
-    const QByteArray text = Utf8ToLocalText(bytes);
+    const QByteArray text = Utf8ToLocalText(bytes, workingText);
     QString message;
     if (!WriteFileAtomically(txtPath, text, &message))
         return fail(error, txtPath, 0, message,
                     QStringLiteral("Make the scrapbook folder writable"));
-    if (workingCopy) *workingCopy = text;
     return true;
 }
 
 // Loads the working copy's bytes; messages about its lines name the scrapbook's scrapbook.rdf,
 // the file the user can repair.
-bool LoadCatalogueWorkingCopy(const QString& folder, const QByteArray& workingCopy,
-                              Catalogue& catalogue, InputError* error,
-                              const CatalogueLimits& limits) {
+bool LoadCatalogueWorkingCopy(const QString& folder, const QString& text, Catalogue& catalogue,
+                              InputError* error, const CatalogueLimits& limits) {
     catalogue = Catalogue{};
     catalogue.folder = folder;
-    const QString text = LocalCodePage::decode(workingCopy);
     const QString rdfPath = folder + kCatalogue;
     if (readLines(text, catalogue, rdfPath, limits, error) &&
         readItems(catalogue, rdfPath, limits, error))
@@ -198,18 +203,19 @@ bool LoadAllRdfNodes(const QString& folder, Catalogue& catalogue, InputError* er
                         .arg(file.errorString()),
                     QStringLiteral("Choose a ScrapBook folder that holds scrapbook.rdf"));
     }
-    return LoadCatalogueWorkingCopy(folder, file.readAll(), catalogue, error, limits);
+    return LoadCatalogueWorkingCopy(folder, LocalCodePage::decode(file.readAll()), catalogue, error,
+                                    limits);
 }
 
 bool RecodeAndLoadCatalogue(const QString& folder, Catalogue& catalogue, InputError* error,
                             const CatalogueLimits& limits, const QString& workingFolder) {
     const QString txtPath = (workingFolder.isEmpty() ? folder : workingFolder) + kWorkingCopy;
-    QByteArray workingCopy;
-    if (!ConvertCatalogueToText(folder + kCatalogue, txtPath, error, &workingCopy)) {
+    QString workingText;
+    if (!ConvertCatalogueToText(folder + kCatalogue, txtPath, error, &workingText)) {
         catalogue = Catalogue{};
         return false;
     }
-    return LoadCatalogueWorkingCopy(folder, workingCopy, catalogue, error, limits);
+    return LoadCatalogueWorkingCopy(folder, workingText, catalogue, error, limits);
 }
 
 } // namespace qmr

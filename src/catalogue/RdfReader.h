@@ -11,10 +11,10 @@ namespace qmr {
 // Makes the working copy scrapbook.txt of a scrapbook.rdf: the same text in the local code
 // page with every line feed turned into a carriage return, then one CR LF. Refuses, naming
 // the line, a catalogue that is not UTF-8 text (invalid UTF-8, NUL bytes).
-// `workingCopy`, when given, receives the bytes written, so that the load that follows need
-// not read them back.
+// `workingText`, when given, receives the text as the working copy reads back, so that the
+// load that follows need not read and decode it again.
 bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath,
-                            InputError* error = nullptr, QByteArray* workingCopy = nullptr);
+                            InputError* error = nullptr, QString* workingText = nullptr);
 
 // Reads folder + "scrapbook.txt" into `catalogue` (replacing what it held). The reader is
 // line-based: it relies on the layout in which ScrapBook writes its catalogue, one attribute a
@@ -23,8 +23,8 @@ bool ConvertCatalogueToText(const QString& rdfPath, const QString& txtPath,
 bool LoadAllRdfNodes(const QString& folder, Catalogue& catalogue, InputError* error = nullptr,
                      const CatalogueLimits& limits = {});
 
-// The same load from the working copy's bytes, as ConvertCatalogueToText has just written them.
-bool LoadCatalogueWorkingCopy(const QString& folder, const QByteArray& workingCopy,
+// The same load from the working copy's text, as ConvertCatalogueToText has just made it.
+bool LoadCatalogueWorkingCopy(const QString& folder, const QString& workingText,
                               Catalogue& catalogue, InputError* error = nullptr,
                               const CatalogueLimits& limits = {});
 

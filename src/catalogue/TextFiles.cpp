@@ -78,11 +78,11 @@ QString ReadUtf8File(const QString& path, bool* ok) {
     return read ? decodeUtf8(bytes) : QString();
 }
 
-QByteArray Utf8ToLocalText(const QByteArray& utf8) {
+QByteArray Utf8ToLocalText(const QByteArray& utf8, QString* asRead) {
     QString text = decodeUtf8(utf8);
     text.replace(QLatin1Char('\n'), QLatin1Char('\r'));
     text += QStringLiteral("\r\n");
-    return LocalCodePage::encode(text);
+    return LocalCodePage::encode(text, asRead);
 }
 
 bool ConvertUtf8ToLocalText(const QString& sourcePath, const QString& targetPath, QString* error) {
@@ -108,13 +108,15 @@ QStringList SplitLocalLines(const QString& text) {
     return lines;
 }
 
-namespace {
-
-// The lines of a local text (ended by CR, CR LF or the end; a lone LF stays inside its line),
-// each followed by CR LF, in UTF-8 after a byte-order mark. One pass, as the page builders
-// convert thousands of pages.
-QByteArray localLinesAsUtf8(const QByteArray& localBytes) {
-    const QString text = LocalCodePage::decode(localBytes);
+// The lines of a text as read from the local code page (ended by CR, CR LF or the end; a lone
+// LF stays inside its line), each followed by CR LF, in UTF-8 after a byte-order mark. One
+// pass, as the page builders convert thousands of pages.
+QByteArray LocalLinesAsUtf8(const QString& text) {
+    // A text whose every line already ends in CR LF stays as it is.
+    bool asItStands = text.isEmpty() || text.endsWith(QLatin1String("\r\n"));
+    for (qsizetype i = text.indexOf(u'\r'); asItStands && i >= 0; i = text.indexOf(u'\r', i + 2))
+        asItStands = i + 1 < text.size() && text.at(i + 1) == u'\n';
+    if (asItStands) return QByteArray(kUtf8Bom) + text.toUtf8();
     QString joined;
     joined.reserve(text.size() + text.size() / 16 + 2);
     const qsizetype n = text.size();
@@ -133,16 +135,16 @@ QByteArray localLinesAsUtf8(const QByteArray& localBytes) {
     return QByteArray(kUtf8Bom) + joined.toUtf8();
 }
 
-} // namespace
-
 QByteArray LocalTextAsUtf8(const QString& text) {
-    return localLinesAsUtf8(LocalCodePage::encode(text));
+    QString asRead;
+    LocalCodePage::encode(text, &asRead);
+    return LocalLinesAsUtf8(asRead);
 }
 
 bool ConvertLocalTextToUtf8(const QString& sourcePath, const QString& targetPath, QString* error) {
     QByteArray bytes;
     if (!readAll(sourcePath, bytes, error)) return false;
-    return WriteFileAtomically(targetPath, localLinesAsUtf8(bytes), error);
+    return WriteFileAtomically(targetPath, LocalLinesAsUtf8(LocalCodePage::decode(bytes)), error);
 }
 
 QString AddBackslash(const QString& path) {

@@ -10,8 +10,9 @@ namespace qmr {
 // small path and copy helpers the builders share. Paths use "/"; folders end in "/".
 
 // UTF-8 text (a leading byte-order mark dropped) with every line feed turned into a carriage
-// return, in the local code page, followed by one CR LF.
-QByteArray Utf8ToLocalText(const QByteArray& utf8);
+// return, in the local code page, followed by one CR LF. `asRead`, when given, receives the
+// text those bytes read back as.
+QByteArray Utf8ToLocalText(const QByteArray& utf8, QString* asRead = nullptr);
 
 // Reads `sourcePath` as UTF-8, turns every line feed into a carriage return (one for one),
 // and writes the text to `targetPath` in the local code page followed by one CR LF.
@@ -22,6 +23,10 @@ bool ConvertUtf8ToLocalText(const QString& sourcePath, const QString& targetPath
 // (characters the code page lacks turned into "?") each followed by CR LF, as UTF-8 after a
 // byte-order mark.
 QByteArray LocalTextAsUtf8(const QString& text);
+
+// A text as read back from a file in the local code page, as ConvertLocalTextToUtf8 writes it:
+// its lines each followed by CR LF, as UTF-8 after a byte-order mark.
+QByteArray LocalLinesAsUtf8(const QString& asRead);
 
 // Reads `sourcePath` line by line in the local code page, joins the lines each followed by
 // CR LF and writes them to `targetPath` as UTF-8 with a byte-order mark, replacing it.

@@ -43,14 +43,14 @@ EbookResult failed(BuildHost& host, const QString& problem) {
 bool recodeAndLoad(BuildHost& host, const QString& folder, const CatalogueLimits& limits,
                    Catalogue& catalogue, QString* problem) {
     InputError error;
-    QByteArray workingCopy;
+    QString workingText;
     if (!ConvertCatalogueToText(folder + QStringLiteral("scrapbook.rdf"),
-                                folder + QStringLiteral("scrapbook.txt"), &error, &workingCopy)) {
+                                folder + QStringLiteral("scrapbook.txt"), &error, &workingText)) {
         *problem = error.text();
         return false;
     }
     host.add2loglist(QStringLiteral("Loading all pages..."));
-    if (!LoadCatalogueWorkingCopy(folder, workingCopy, catalogue, &error, limits)) {
+    if (!LoadCatalogueWorkingCopy(folder, workingText, catalogue, &error, limits)) {
         *problem = error.text();
         return false;
     }
@@ -71,11 +71,13 @@ bool writeListPages(const EbookContext& build, QString* problem) {
     build.host.add2loglist(QStringLiteral("Create Page List page...(List.html)"));
     const QString qmr = build.folder + QStringLiteral("data/qmr/");
     QDir().mkpath(qmr);
+    // list.html is temp.html in UTF-8, made from the page as it reads back.
+    QString listAsRead;
     return WriteTypeIcons(qmr, problem) &&
            WriteListPage(build.chrome, build.catalogue, build.walk, build.options.linkToSourceURL,
-                         qmr + QStringLiteral("temp.html"), problem) &&
-           ConvertLocalTextToUtf8(qmr + QStringLiteral("temp.html"),
-                                  qmr + QStringLiteral("list.html"), problem) &&
+                         qmr + QStringLiteral("temp.html"), problem, &listAsRead) &&
+           WriteFileAtomically(qmr + QStringLiteral("list.html"), LocalLinesAsUtf8(listAsRead),
+                               problem) &&
            WriteFolderPages(build.chrome, build.catalogue, build.walk, build.folder, problem);
 }
 

@@ -84,7 +84,7 @@ void selectCommandLineFolder(ScrapbookList& list, const QString& folder, const Q
 } // namespace
 
 QString FourDigitCount(qsizetype n) {
-    return (QStringLiteral("0000") + QString::number(n)).right(4);
+    return QString(QStringLiteral("0000") + QString::number(n)).right(4);
 }
 
 QString PageCountText(const QString& folder) {

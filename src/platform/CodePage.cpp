@@ -4,6 +4,10 @@
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace qmr {
 namespace {
 
@@ -79,6 +83,25 @@ QString decodeExpanding(UConverter* conv, QByteArrayView bytes) {
     return out;
 }
 
+// Copies the ASCII characters at the start of `src` (at most `n`) as bytes; returns how many.
+// Eight at a time where the processor has SSE2, as generated pages are mostly ASCII.
+qsizetype copyAsciiRun(const char16_t* src, qsizetype n, char* dst) {
+    qsizetype i = 0;
+#if defined(__SSE2__)
+    const __m128i high = _mm_set1_epi16(short(0xFF80));
+    for (; i + 8 <= n; i += 8) {
+        const __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + i));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(chunk, high), _mm_setzero_si128())) !=
+            0xFFFF)
+            break;
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(dst + i), _mm_packus_epi16(chunk, chunk));
+    }
+#endif
+    for (; i < n && src[i] < 0x80; ++i)
+        dst[i] = char(src[i]);
+    return i;
+}
+
 } // namespace
 
 // ICU takes "cp950" as IBM-950, a different table from the one these files use, so the
@@ -106,28 +129,42 @@ CodePage::CodePage(const QString& name) {
 // directly and only the other runs go through the converter, the same bytes several times
 // faster.
 QByteArray CodePage::encode(QStringView text) const {
+    return encode(text, nullptr);
+}
+
+QByteArray CodePage::encode(QStringView text, QString* asRead) const {
+    if (asRead) asRead->clear();
     if (text.isEmpty()) return {};
     Converter conv = openConverter(m_name);
-    if (!conv) return {};
+    Converter back = asRead ? openConverter(m_name) : nullptr;
+    if (!conv || (asRead && !back)) return {};
     QByteArray out;
     out.resize(UCNV_GET_MAX_BYTES_FOR_STRING(text.size(), ucnv_getMaxCharSize(conv.get())));
+    if (asRead) asRead->reserve(text.size());
     const char16_t* src = text.utf16();
     const qsizetype n = text.size();
     char* dst = out.data();
     qsizetype written = 0;
     for (qsizetype i = 0; i < n;) {
         qsizetype j = i;
-        if (m_asciiRuns)
-            for (; j < n && src[j] < 0x80; ++j)
-                dst[written++] = char(src[j]);
+        if (m_asciiRuns) {
+            j = i + copyAsciiRun(src + i, n - i, dst + written);
+            written += j - i;
+        }
+        if (asRead) asRead->append(text.sliced(i, j - i));
         if (j == n) break;
         qsizetype k = m_asciiRuns ? j : n;
         while (k < n && src[k] >= 0x80)
             ++k;
         UErrorCode err = U_ZERO_ERROR;
-        written += ucnv_fromUChars(conv.get(), dst + written, int32_t(out.size() - written),
-                                   reinterpret_cast<const UChar*>(src + j), int32_t(k - j), &err);
+        const int32_t made =
+            ucnv_fromUChars(conv.get(), dst + written, int32_t(out.size() - written),
+                            reinterpret_cast<const UChar*>(src + j), int32_t(k - j), &err);
         if (U_FAILURE(err)) return {};
+        // A run ends on a whole character, so it decodes back on its own.
+        if (asRead)
+            asRead->append(decodeExpanding(back.get(), QByteArrayView(dst + written, made)));
+        written += made;
         i = k;
     }
     out.resize(written);

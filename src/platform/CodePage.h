@@ -21,6 +21,9 @@ class CodePage {
     const QString& name() const { return m_name; }
 
     QByteArray encode(QStringView text) const;
+    // The same bytes, and in `asRead` the text they decode to (each character the code page
+    // lacks as "?"), made in one pass: ASCII needs no decoding back.
+    QByteArray encode(QStringView text, QString* asRead) const;
     QString decode(QByteArrayView bytes) const;
 
     // The converter's name for a user's name of a code page; the name itself when it is not

@@ -64,6 +64,10 @@ QByteArray LocalCodePage::encode(QStringView text) {
     return current().encode(text);
 }
 
+QByteArray LocalCodePage::encode(QStringView text, QString* asRead) {
+    return current().encode(text, asRead);
+}
+
 QString LocalCodePage::decode(QByteArrayView bytes) {
     return current().decode(bytes);
 }

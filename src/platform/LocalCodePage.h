@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <QStringBuilder>
 #include <QStringView>
 
 namespace qmr {
@@ -27,6 +28,12 @@ class LocalCodePage {
     static bool select(const QString& requested, QString* error = nullptr);
 
     static QByteArray encode(QStringView text);
+    // A text joined with "+" is made whole first.
+    template <typename A, typename B> static QByteArray encode(const QStringBuilder<A, B>& text) {
+        return encode(QStringView(QString(text)));
+    }
+    // The bytes, and in `asRead` the text they read back as, in one pass.
+    static QByteArray encode(QStringView text, QString* asRead);
     // Byte sequences that are not valid in the code page decode to U+FFFD.
     static QString decode(QByteArrayView bytes);
 };

@@ -65,7 +65,7 @@ void writeRow(LocalTextFile& page, const Catalogue& catalogue, const CatalogueIt
     const QString parentText = parent >= 0 ? catalogue.items.at(parent).title : QStringLiteral(".");
     page.writeLine(QStringLiteral("  <tr>"));
     page.writeLine(QStringLiteral("      <td width=\"5%\">") +
-                   (QStringLiteral("00000") + QString::number(serial)).right(5) +
+                   QString(QStringLiteral("00000") + QString::number(serial)).right(5) +
                    QStringLiteral("</td>"));
     page.writeLine(titleCell(item, kind));
     page.writeLine(QStringLiteral("      <td width=\"20%\" align=\"center\">") + item.id +
@@ -83,9 +83,10 @@ int FindItemById(const Catalogue& catalogue, const QString& id) {
 }
 
 bool WriteListPage(const PageChrome& chrome, const Catalogue& catalogue, const CatalogueWalk& walk,
-                   bool linkToSourceURL, const QString& path, QString* error) {
+                   bool linkToSourceURL, const QString& path, QString* error, QString* asRead) {
     QDir().mkpath(QFileInfo(path).path());
     LocalTextFile page(path);
+    page.keepTextAsRead(asRead);
     const QString prefix = QStringLiteral("./../../");
     page.writeLine(HtmlHead(chrome, chrome.scrapbookName, QStringLiteral("UTF-8")));
     page.writeLine(HtmlTitleBar(chrome, prefix));
