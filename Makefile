@@ -3,10 +3,10 @@ SHELL := /bin/bash
 JOBS ?= $(shell nproc)
 
 # Debian packages the build, the tests and the demo need.
-# chmcmd (fp-utils) compiles the e-books; 7z and extract_chmLib open them in the tests;
-# xmllint checks the catalogues Quillmere writes.
+# chmcmd (fp-utils) compiles the e-books; 7z, extract_chmLib and libmspack open them in the
+# tests; xmllint checks the catalogues Quillmere writes.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
-            libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils
+            libbenchmark-dev fp-utils libchm-bin p7zip-full libmspack-dev libxml2-utils
 
 BUILD := build
 SANITIZED := build-sanitize
