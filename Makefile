@@ -4,9 +4,11 @@ JOBS ?= $(shell nproc)
 
 # Debian packages the build, the tests and the demo need.
 # chmcmd (fp-utils) compiles the e-books; 7z, extract_chmLib and libmspack open them in the
-# tests; xmllint checks the catalogues Quillmere writes.
+# tests; xmllint checks the catalogues Quillmere writes; libmspack's and chmlib's LZX decoders
+# read back what the compiler compresses.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
-            libbenchmark-dev fp-utils libchm-bin p7zip-full libmspack-dev libxml2-utils
+            libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils libmspack-dev \
+            libchm-dev
 
 BUILD := build
 SANITIZED := build-sanitize

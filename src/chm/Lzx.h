@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <memory>
 #include <vector>
 
 namespace qmr::chm {
@@ -25,8 +26,27 @@ struct LzxInterval {
     std::vector<qint64> frameStarts;
 };
 
-// Compresses one interval of at most settings.intervalSize() bytes (only the last interval of
-// a stream may be shorter, and only its last frame may be short of 32 KB).
+// A compressor that keeps its tables from one interval to the next, so a thread compressing
+// many intervals allocates once. One object per thread.
+class LzxCompressor {
+  public:
+    explicit LzxCompressor(const LzxSettings& settings = {});
+    ~LzxCompressor();
+    LzxCompressor(const LzxCompressor&) = delete;
+    LzxCompressor& operator=(const LzxCompressor&) = delete;
+
+    // Compresses `input` as consecutive reset intervals of settings.intervalSize() bytes,
+    // concatenated, with frameStarts listing every frame (one interval when the input is no
+    // longer). Only the stream's last frame may be short of 32 KB: a caller cutting a stream
+    // passes whole intervals except at its end. Empty input gives no bytes and no frame.
+    LzxInterval compress(QByteArrayView input);
+
+  private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+// The same with a compressor of its own.
 LzxInterval CompressLzxInterval(QByteArrayView input, const LzxSettings& settings);
 
 } // namespace qmr::chm

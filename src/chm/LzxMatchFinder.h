@@ -1,0 +1,57 @@
+#pragma once
+
+#include "chm/LzxFormat.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace qmr::chm {
+
+// How hard the match finder looks for matches.
+struct LzxSearch {
+    int chainDepth = 24; // candidates examined at one position
+    int niceLength = 48; // a match this long is taken without looking further
+    int lazyLength = 32; // a match this long is not weighed against the next position's
+};
+
+// Cuts one reset interval into literals and matches: hash chains over the interval, the three
+// repeated offsets tried first, one step of lazy matching, each choice weighed by the bits it
+// is expected to save. A match never crosses a 32 KB frame boundary, since the decoders finish
+// every frame exactly, and never reaches before the interval, where the decoder has reset.
+class LzxMatchFinder {
+  public:
+    explicit LzxMatchFinder(int windowBits, LzxSearch search = {});
+
+    // items: the interval's literals and matches in order; frameEnds[i]: the number of items
+    // in frames 0 to i.
+    void parse(const uint8_t* data, int size, std::vector<lzx::Item>& items,
+               std::vector<int>& frameEnds);
+
+  private:
+    struct Candidate {
+        int length = 0;
+        uint32_t offset = 0;
+        int repeat = -1; // 0 to 2 for a repeated offset
+        int score = 0;   // bits saved over literals, in quarter bits
+    };
+
+    Candidate bestMatch(int position, int frameEnd);
+    void insertUpTo(int position);
+    void addLiteral(int position);
+    void addMatch(const Candidate& match);
+
+    uint32_t m_maxOffset;
+    LzxSearch m_search;
+    std::vector<int32_t> m_head; // by hash: the latest position, -1 for none
+    std::vector<int32_t> m_prev; // by position: the previous one of the same hash
+    int m_hashShift = 0;
+
+    // The interval being parsed.
+    const uint8_t* m_data = nullptr;
+    int m_size = 0;
+    int m_inserted = 0; // positions below this are in the chains
+    uint32_t m_repeats[lzx::kRepeatSlots] = {1, 1, 1};
+    std::vector<lzx::Item>* m_items = nullptr;
+};
+
+} // namespace qmr::chm
