@@ -1,0 +1,97 @@
+// Books with our full-text index, searched by a reader we did not write (chmlib's Python
+// module, as Debian's python3-chm ships it).
+
+#include "chm/FullTextIndex.h"
+
+#include "chm/PlainBook.h"
+#include "platform/CodePage.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace qmr::chm;
+using namespace qmr::test;
+
+namespace {
+
+struct Page {
+    QString title;
+    QString text;
+};
+
+class BookSearch : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (!PychmAvailable())
+            GTEST_SKIP() << "python3-chm is not installed: the books cannot be searched";
+    }
+
+    void makeBook(quint32 language, const QString& codePage, const std::vector<Page>& pages) {
+        m_codePage = codePage;
+        FullTextIndex index(language);
+        std::vector<PlainBookTopic> topics;
+        const qmr::CodePage encoding(codePage);
+        for (size_t i = 0; i < pages.size(); ++i) {
+            index.addTopic(quint32(i), pages[i].title, pages[i].text);
+            topics.push_back({QByteArray("page") + QByteArray::number(qulonglong(i)) + ".html",
+                              encoding.encode(pages[i].title)});
+        }
+        m_book = m_folder.write(QStringLiteral("book.chm"),
+                                MakePlainBook(topics, index.finish(), language));
+    }
+
+    QStringList search(const QString& word, bool wholeWords = false, bool titlesOnly = false) {
+        QString error;
+        const QStringList found =
+            SearchWithPychm(m_book, word, m_codePage, wholeWords, titlesOnly, &error);
+        EXPECT_TRUE(error.isEmpty()) << error.toStdString();
+        return found;
+    }
+
+    TempFolder m_folder;
+    QString m_book, m_codePage;
+};
+
+} // namespace
+
+TEST_F(BookSearch, EnglishWordsTitlesAndManyPages) {
+    std::vector<Page> pages{
+        {QStringLiteral("Garden"), QStringLiteral("Roses and tulips grow in the garden.")},
+        {QStringLiteral("Kitchen"), QStringLiteral("Apple pie with Roses? No: apples.")},
+        {QStringLiteral("Zebra crossing"), QStringLiteral("Cars stop here.")}};
+    for (int i = 0; i < 60; ++i)
+        pages.push_back(
+            {QStringLiteral("Note %1").arg(i), QStringLiteral("every note says hello")});
+    makeBook(0x409, QStringLiteral("windows-1252"), pages);
+
+    EXPECT_EQ(search(QStringLiteral("roses"), true), (QStringList{"Garden", "Kitchen"}));
+    EXPECT_EQ(search(QStringLiteral("ROSES"), true), (QStringList{"Garden", "Kitchen"}));
+    EXPECT_EQ(search(QStringLiteral("apple")), (QStringList{"Kitchen"}));
+    EXPECT_EQ(search(QStringLiteral("hello"), true).size(), 60);
+    EXPECT_TRUE(search(QStringLiteral("orchid")).isEmpty());
+    EXPECT_TRUE(search(QStringLiteral("orchid"), true).isEmpty());
+    EXPECT_EQ(search(QStringLiteral("zebra"), true), (QStringList{"Zebra crossing"}));
+    EXPECT_EQ(search(QStringLiteral("zebra"), true, true), (QStringList{"Zebra crossing"}));
+    EXPECT_TRUE(search(QStringLiteral("tulips"), true, true).isEmpty());
+}
+
+TEST_F(BookSearch, ChineseWordsInBig5AndGb2312Books) {
+    const std::vector<Page> pages{
+        {QStringLiteral("\u9996\u9801"), QStringLiteral("\u6B61\u8FCE")},
+        {QStringLiteral("\u5927\u5B78"),
+         QStringLiteral("\u6211\u5728\u5317\u4EAC\u5927\u5B78\u5B78\u7FD2\u4E2D\u6587\u3002")},
+        {QStringLiteral("\u5730\u5716"), QStringLiteral("\u4E2D\u570B\u5730\u5716")}};
+    for (const auto& [language, codePage] :
+         {std::pair{0x404u, QStringLiteral("Big5")}, std::pair{0x804u, QStringLiteral("GB2312")}}) {
+        SCOPED_TRACE(codePage.toStdString());
+        makeBook(language, codePage, pages);
+        const QString university = QStringLiteral("\u5927\u5B78");
+        EXPECT_EQ(search(QStringLiteral("\u5317\u4EAC\u5927\u5B78")), QStringList{university});
+        EXPECT_EQ(search(QStringLiteral("\u4E2D\u6587")), QStringList{university});
+        EXPECT_EQ(search(QStringLiteral("\u4E2D"), true),
+                  (QStringList{QStringLiteral("\u5730\u5716"), university}));
+        EXPECT_EQ(search(QStringLiteral("\u9996\u9801"), false, true),
+                  QStringList{QStringLiteral("\u9996\u9801")});
+        EXPECT_TRUE(search(QStringLiteral("\u65E5\u672C")).isEmpty());
+    }
+}
