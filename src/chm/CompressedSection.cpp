@@ -8,6 +8,22 @@
 
 namespace qmr::chm {
 
+namespace {
+
+// Each worker thread keeps one compressor, and with it its tables, from interval to interval.
+LzxInterval CompressOnThisThread(QByteArrayView input, const LzxSettings& settings) {
+    thread_local std::unique_ptr<LzxCompressor> compressor;
+    thread_local LzxSettings madeFor;
+    if (!compressor || madeFor.windowBits != settings.windowBits ||
+        madeFor.framesPerReset != settings.framesPerReset) {
+        compressor = std::make_unique<LzxCompressor>(settings);
+        madeFor = settings;
+    }
+    return compressor->compress(input);
+}
+
+} // namespace
+
 CompressedSection::CompressedSection(const LzxSettings& settings, int jobs, QIODevice& spill)
     : m_settings(settings), m_spill(spill), m_pool(std::make_unique<QThreadPool>()) {
     const int threads = jobs > 0 ? jobs : std::max(1, QThread::idealThreadCount());
@@ -37,7 +53,7 @@ void CompressedSection::submitPending() {
         writeOldest();
     auto task = std::make_shared<std::packaged_task<LzxInterval()>>(
         [input = std::move(m_pending), settings = m_settings] {
-            return CompressLzxInterval(input, settings);
+            return CompressOnThisThread(input, settings);
         });
     m_inFlight.push_back(task->get_future());
     m_pool->start([task] { (*task)(); });
