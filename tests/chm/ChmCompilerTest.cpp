@@ -87,32 +87,12 @@ QSet<QString> ContentFiles(const QString& book) {
 // #SYSTEM's entries by code, as extracted by chmlib.
 std::map<int, QByteArray> SystemEntries(const QString& book, const QString& folder) {
     EXPECT_TRUE(test::ExtractWithChmLib(book, folder));
-    const QByteArray system = test::ReadBytes(folder + QStringLiteral("/#SYSTEM"));
-    std::map<int, QByteArray> entries;
-    for (qsizetype at = 4; at + 4 <= system.size();) {
-        const int code = uchar(system[at]) | uchar(system[at + 1]) << 8;
-        const int length = uchar(system[at + 2]) | uchar(system[at + 3]) << 8;
-        entries[code] = system.mid(at + 4, length);
-        at += 4 + length;
-    }
-    return entries;
+    const auto entries = test::SystemEntries(test::ReadBytes(folder + QStringLiteral("/#SYSTEM")));
+    return {entries.begin(), entries.end()};
 }
 
-// The keywords of the binary index's first block, as wide characters.
-QStringList Keywords(const QByteArray& btree) {
-    QStringList keywords;
-    const int count = uchar(btree[0x4C + 2]) | uchar(btree[0x4C + 3]) << 8;
-    qsizetype at = 0x4C + 12;
-    for (int i = 0; i < count; ++i) {
-        QString name;
-        for (; btree[at] || btree[at + 1]; at += 2)
-            name += QChar(uchar(btree[at]) | uchar(btree[at + 1]) << 8);
-        at += 2 + 12;
-        const int topics = uchar(btree[at]) | uchar(btree[at + 1]) << 8;
-        at += 4 + 4 * topics + 8;
-        keywords.append(name);
-    }
-    return keywords;
+QByteArray Utf16(QStringView text) {
+    return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
 }
 
 bool ReadersAvailable() {
@@ -169,8 +149,9 @@ TEST(ChmCompiler, ChineseKeywordsAreWideAndTitlesInTheBooksCodePage) {
     EXPECT_EQ(system[3], title + '\0');
     EXPECT_EQ(system[4].mid(0, 8), QByteArray("\x04\x04\0\0\x01\0\0\0", 8)) << "double-byte";
     EXPECT_EQ(system[4].mid(8, 4), QByteArray("\x01\0\0\0", 4)) << "full-text index";
-    EXPECT_EQ(Keywords(test::ReadBytes(files + "/$WWKeywordLinks/BTree")),
-              (QStringList{u"第一篇"_qs, u"索引"_qs}));
+    const QByteArray btree = test::ReadBytes(files + "/$WWKeywordLinks/BTree");
+    EXPECT_TRUE(btree.contains(Utf16(u"第一篇") + '\0' + '\0'));
+    EXPECT_TRUE(btree.contains(Utf16(u"索引") + '\0' + '\0'));
     EXPECT_TRUE(test::ReadBytes(files + "/#STRINGS").contains(title + '\0'));
     EXPECT_TRUE(QFile::exists(files + "/$FIftiMain"));
 }

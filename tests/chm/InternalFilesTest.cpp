@@ -1,5 +1,7 @@
 #include "chm/InternalFiles.h"
 
+#include "support/BookReaders.h"
+
 #include <QTimeZone>
 
 #include <gtest/gtest.h>
@@ -57,18 +59,6 @@ std::map<QString, QByteArray> ByPath(const QList<InternalFile>& files) {
     return byPath;
 }
 
-// #SYSTEM's entries: code, then data.
-std::vector<std::pair<int, QByteArray>> SystemEntries(const QByteArray& system) {
-    std::vector<std::pair<int, QByteArray>> entries;
-    for (qsizetype at = 4; at + 4 <= system.size();) {
-        const int code = uchar(system[at]) | uchar(system[at + 1]) << 8;
-        const int length = uchar(system[at + 2]) | uchar(system[at + 3]) << 8;
-        entries.emplace_back(code, system.mid(at + 4, length));
-        at += 4 + length;
-    }
-    return entries;
-}
-
 QByteArray Hex(const char* text) {
     return QByteArray::fromHex(QByteArray(text).replace(' ', ""));
 }
@@ -124,7 +114,7 @@ TEST(InternalFiles, SystemAndWindowsCarryTheProjectsOptions) {
     project.languageId = 0x404;
     project.title = QStringLiteral("中文書");
     const auto files = ByPath(MakeInternalFiles(TinyBook(project)));
-    const auto entries = SystemEntries(files.at("/#SYSTEM"));
+    const auto entries = qmr::test::SystemEntries(files.at("/#SYSTEM"));
     std::vector<int> codes;
     for (const auto& [code, data] : entries)
         codes.push_back(code);
@@ -158,15 +148,4 @@ TEST(InternalFiles, SystemAndWindowsCarryTheProjectsOptions) {
         {0x6C, 41},      {0x70, 0x70387E}, {0x9C, 0},     {0xA4, 0}};
     for (const auto& [offset, value] : expected)
         EXPECT_EQ(at(offset), value) << "window field at 0x" << std::hex << offset;
-}
-
-TEST(InternalFiles, NoKeywordLinksWithoutBinaryIndexOrIndexFile) {
-    HelpProject project = TinyProject();
-    project.binaryIndex = false;
-    EXPECT_EQ(ByPath(MakeInternalFiles(TinyBook(project))).count("/$WWKeywordLinks/BTree"), 0u);
-    project.binaryIndex = true;
-    project.indexFile.clear();
-    const auto files = ByPath(MakeInternalFiles(TinyBook(project)));
-    EXPECT_EQ(files.count("/$WWKeywordLinks/BTree"), 0u);
-    EXPECT_EQ(SystemEntries(files.at("/#SYSTEM"))[2].second.mid(12, 4), Hex("00000000"));
 }

@@ -1,6 +1,6 @@
 #include "support/BookReaders.h"
 
-#include <QDirIterator>
+#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -77,14 +77,15 @@ bool ExtractWithMspack(const QString& book, const QString& folder) {
     return Run(QStringLiteral(QMR_MSPACK_EXTRACT), {book, folder}).exitCode == 0;
 }
 
-QStringList FilesBelow(const QString& folder) {
-    QStringList files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    const qsizetype prefix = QDir(folder).absolutePath().size();
-    while (it.hasNext())
-        files.append(QFileInfo(it.next()).absoluteFilePath().mid(prefix));
-    files.sort();
-    return files;
+std::vector<std::pair<int, QByteArray>> SystemEntries(const QByteArray& system) {
+    std::vector<std::pair<int, QByteArray>> entries;
+    for (qsizetype at = 4; at + 4 <= system.size();) {
+        const int code = uchar(system[at]) | uchar(system[at + 1]) << 8;
+        const int length = uchar(system[at + 2]) | uchar(system[at + 3]) << 8;
+        entries.emplace_back(code, system.mid(at + 4, length));
+        at += 4 + length;
+    }
+    return entries;
 }
 
 } // namespace qmr::test

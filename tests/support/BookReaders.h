@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <utility>
+#include <vector>
+
 namespace qmr::test {
 
 // Readers of compiled help files that this project did not write, run as programs: chmlib's
@@ -24,7 +27,7 @@ bool ExtractWithSevenZip(const QString& book, const QString& folder);
 // libmspack's reader also looks each file up through the directory's index, as viewers do.
 bool ExtractWithMspack(const QString& book, const QString& folder);
 
-// Every file below `folder`, relative to it with a leading "/", sorted.
-QStringList FilesBelow(const QString& folder);
+// The entries of a book's #SYSTEM file: code, then data.
+std::vector<std::pair<int, QByteArray>> SystemEntries(const QByteArray& system);
 
 } // namespace qmr::test
