@@ -1,6 +1,5 @@
 #include "chm/ChmWriter.h"
 #include "chm/DataSpace.h"
-#include "chm/Directory.h"
 
 #include "support/BookReaders.h"
 #include "support/TempFolder.h"
@@ -139,17 +138,6 @@ TEST(ChmWriter, FailuresLeaveTheOldBookAndNameTheFile) {
     }
     EXPECT_EQ(test::ReadBytes(book), QByteArray("old book"));
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"old.chm"});
-}
-
-TEST(ChmDirectory, SortsAsReadersSearch) {
-    std::vector<QByteArray> names{"/b",     "/B.html",  "::DataSpace/x", "/a/",           "/a",
-                                  "/_x",    "/#SYSTEM", "/$FIftiMain",   "/\xe4\xb8\xad", "/A.html",
-                                  "/a.html"};
-    std::sort(names.begin(), names.end(), ComesBefore);
-    const std::vector<QByteArray> expected{"/#SYSTEM", "/$FIftiMain",   "/_x",          "/a",
-                                           "/A.html",  "/a.html",       "/a/",          "/b",
-                                           "/B.html",  "/\xe4\xb8\xad", "::DataSpace/x"};
-    EXPECT_EQ(names, expected);
 }
 
 TEST(ChmDataSpace, FilesAreByteExact) {
