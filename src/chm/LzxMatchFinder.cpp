@@ -62,8 +62,7 @@ int RepeatScore(int length, int repeat) {
 LzxMatchFinder::LzxMatchFinder(int windowBits, LzxSearch search)
     : m_maxOffset(MaxOffset(windowBits)), m_search(search) {}
 
-void LzxMatchFinder::parse(const uint8_t* data, int size, std::vector<Item>& items,
-                           std::vector<int>& frameEnds) {
+void LzxMatchFinder::parse(const uint8_t* data, int size, LzxParse& out) {
     // A hash table of about half the interval's size is small to clear and rarely shared.
     const int hashBits = std::clamp(int(std::bit_width(uint32_t(size))) - 2, 10, 16);
     m_head.assign(size_t(1) << hashBits, -1);
@@ -73,19 +72,24 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, std::vector<Item>& ite
     m_size = size;
     m_inserted = 0;
     std::fill(std::begin(m_repeats), std::end(m_repeats), 1u);
-    m_items = &items;
-    items.clear();
-    frameEnds.clear();
+    m_out = &out;
+    out.items.clear();
+    out.frameEnds.clear();
+    out.frameCounts.assign(size_t((size + kFrameSize - 1) / kFrameSize), SymbolCounts());
 
     for (int position = 0; position < size;) {
-        const int frameEnd = std::min(size, (position / kFrameSize + 1) * kFrameSize);
-        Candidate match = bestMatch(position, frameEnd);
+        const int frame = position / kFrameSize;
+        const int frameEnd = std::min(size, (frame + 1) * kFrameSize);
+        m_counts = &out.frameCounts[size_t(frame)];
+        Candidate match = bestMatch(position, frameEnd, m_search.chainDepth);
         if (match.score <= 0) {
             addLiteral(position++);
         } else {
             // Lazy matching: a better match one byte on is worth a literal first.
             while (match.length < m_search.lazyLength && position + 1 < frameEnd) {
-                const Candidate next = bestMatch(position + 1, frameEnd);
+                const int depth = match.length >= m_search.goodLength ? m_search.chainDepth / 4
+                                                                      : m_search.chainDepth;
+                const Candidate next = bestMatch(position + 1, frameEnd, depth);
                 if (next.score <= match.score) break;
                 addLiteral(position++);
                 match = next;
@@ -93,7 +97,7 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, std::vector<Item>& ite
             addMatch(match);
             position += match.length;
         }
-        if (position == frameEnd) frameEnds.push_back(int(items.size()));
+        if (position == frameEnd) out.frameEnds.push_back(int(out.items.size()));
     }
 }
 
@@ -107,7 +111,7 @@ void LzxMatchFinder::insertUpTo(int position) {
     m_inserted = std::max(m_inserted, position);
 }
 
-LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int frameEnd) {
+LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int frameEnd, int chainDepth) {
     Candidate best;
     const int limit = std::min(kMaxMatch, frameEnd - position);
     insertUpTo(position);
@@ -132,7 +136,7 @@ LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int frameEnd) 
     m_head[hash] = position;
     m_inserted = position + 1;
 
-    for (int depth = m_search.chainDepth; candidate >= 0 && depth > 0;
+    for (int depth = chainDepth; candidate >= 0 && depth > 0;
          --depth, candidate = m_prev[size_t(candidate)]) {
         const uint32_t offset = uint32_t(position - candidate);
         if (offset > m_maxOffset || longest >= limit) break;
@@ -149,7 +153,9 @@ LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int frameEnd) 
 }
 
 void LzxMatchFinder::addLiteral(int position) {
-    m_items->push_back({m_data[position], 0, 0, 0});
+    const Item item = {m_data[position], 0, 0, 0};
+    m_out->items.push_back(item);
+    m_counts->add(item);
 }
 
 void LzxMatchFinder::addMatch(const Candidate& match) {
@@ -170,7 +176,8 @@ void LzxMatchFinder::addMatch(const Candidate& match) {
     item.mainSymbol = uint16_t(MainSymbol(slot, match.length));
     if (HasLengthSymbol(item.mainSymbol))
         item.lengthSymbol = uint8_t(match.length - kMinMatch - kLengthHeaderMax);
-    m_items->push_back(item);
+    m_out->items.push_back(item);
+    m_counts->add(item);
 }
 
 } // namespace qmr::chm

@@ -12,6 +12,14 @@ struct LzxSearch {
     int chainDepth = 24; // candidates examined at one position
     int niceLength = 48; // a match this long is taken without looking further
     int lazyLength = 32; // a match this long is not weighed against the next position's
+    int goodLength = 8;  // beyond a match this long, the next position is searched less deeply
+};
+
+// One reset interval as literals and matches.
+struct LzxParse {
+    std::vector<lzx::Item> items;
+    std::vector<int> frameEnds;                 // items in frames 0 to i
+    std::vector<lzx::SymbolCounts> frameCounts; // the symbols of each frame
 };
 
 // Cuts one reset interval into literals and matches: hash chains over the interval, the three
@@ -22,10 +30,7 @@ class LzxMatchFinder {
   public:
     explicit LzxMatchFinder(int windowBits, LzxSearch search = {});
 
-    // items: the interval's literals and matches in order; frameEnds[i]: the number of items
-    // in frames 0 to i.
-    void parse(const uint8_t* data, int size, std::vector<lzx::Item>& items,
-               std::vector<int>& frameEnds);
+    void parse(const uint8_t* data, int size, LzxParse& out);
 
   private:
     struct Candidate {
@@ -35,7 +40,7 @@ class LzxMatchFinder {
         int score = 0;   // bits saved over literals, in quarter bits
     };
 
-    Candidate bestMatch(int position, int frameEnd);
+    Candidate bestMatch(int position, int frameEnd, int chainDepth);
     void insertUpTo(int position);
     void addLiteral(int position);
     void addMatch(const Candidate& match);
@@ -51,7 +56,8 @@ class LzxMatchFinder {
     int m_size = 0;
     int m_inserted = 0; // positions below this are in the chains
     uint32_t m_repeats[lzx::kRepeatSlots] = {1, 1, 1};
-    std::vector<lzx::Item>* m_items = nullptr;
+    LzxParse* m_out = nullptr;
+    lzx::SymbolCounts* m_counts = nullptr; // the current frame's
 };
 
 } // namespace qmr::chm
