@@ -27,7 +27,7 @@ struct LzxCompressor::State {
                    std::clamp(s.framesPerReset, 1, kMaxFramesPerReset)},
           finder(settings.windowBits), encoder(settings.windowBits) {}
 
-    void compressInterval(const uint8_t* data, int size, LzxInterval& out);
+    void compressInterval(const uint8_t* data, int size, int inputEnd, LzxInterval& out);
     int extendBlock(int firstFrame);
     void writeBlock(LzxBitWriter& writer, int firstFrame, int endFrame, int size, LzxInterval& out);
 
@@ -40,8 +40,9 @@ struct LzxCompressor::State {
     SymbolCounts blockCounts, joinedCounts;
 };
 
-void LzxCompressor::State::compressInterval(const uint8_t* data, int size, LzxInterval& out) {
-    finder.parse(data, size, parse);
+void LzxCompressor::State::compressInterval(const uint8_t* data, int size, int inputEnd,
+                                            LzxInterval& out) {
+    finder.parse(data, size, inputEnd, parse);
     encoder.startInterval();
     LzxBitWriter writer(out.bytes);
     writer.reserve(4);
@@ -102,8 +103,18 @@ LzxInterval LzxCompressor::compress(QByteArrayView input) {
     LzxInterval out;
     const qsizetype interval = m_state->settings.intervalSize();
     const auto* data = reinterpret_cast<const uint8_t*>(input.data());
-    for (qsizetype start = 0; start < input.size(); start += interval)
-        m_state->compressInterval(data + start, int(std::min(interval, input.size() - start)), out);
+    for (qsizetype start = 0; start < input.size(); start += interval) {
+        const int size = int(std::min(interval, input.size() - start));
+        if (size % kFrameSize == 0) {
+            m_state->compressInterval(data + start, size, size, out);
+        } else {
+            // Readers decode every frame whole, the last too: it is padded with zero bytes.
+            QByteArray padded = QByteArrayView(data + start, size).toByteArray();
+            padded.append(kFrameSize - size % kFrameSize, '\0');
+            m_state->compressInterval(reinterpret_cast<const uint8_t*>(padded.constData()),
+                                      int(padded.size()), size, out);
+        }
+    }
     return out;
 }
 

@@ -20,7 +20,10 @@ struct LzxSettings {
 };
 
 // One reset interval compressed: its bytes, and where each of its frames starts in them (the
-// first is 0). Every frame ends on a 16-bit boundary, as the decoder expects.
+// first is 0). Every frame ends on a 16-bit boundary, as the decoder expects. Every frame holds
+// 32 KB, since readers (7-Zip, chmlib) decode the last frame whole too: a short last frame is
+// padded with zero bytes, and a reader told the input's true length (the reset table's) stops
+// exactly there.
 struct LzxInterval {
     QByteArray bytes;
     std::vector<qint64> frameStarts;
@@ -37,8 +40,9 @@ class LzxCompressor {
 
     // Compresses `input` as consecutive reset intervals of settings.intervalSize() bytes,
     // concatenated, with frameStarts listing every frame (one interval when the input is no
-    // longer). Only the stream's last frame may be short of 32 KB: a caller cutting a stream
-    // passes whole intervals except at its end. Empty input gives no bytes and no frame.
+    // longer). Input that does not fill its last frame is taken to end the stream: a caller
+    // cutting a stream passes whole intervals but at its end. Empty input gives no bytes and no
+    // frame.
     LzxInterval compress(QByteArrayView input);
 
   private:

@@ -62,7 +62,7 @@ int RepeatScore(int length, int repeat) {
 LzxMatchFinder::LzxMatchFinder(int windowBits, LzxSearch search)
     : m_maxOffset(MaxOffset(windowBits)), m_search(search) {}
 
-void LzxMatchFinder::parse(const uint8_t* data, int size, LzxParse& out) {
+void LzxMatchFinder::parse(const uint8_t* data, int size, int inputEnd, LzxParse& out) {
     // A hash table of about half the interval's size is small to clear and rarely shared.
     const int hashBits = std::clamp(int(std::bit_width(uint32_t(size))) - 2, 10, 16);
     m_head.assign(size_t(1) << hashBits, -1);
@@ -80,16 +80,18 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, LzxParse& out) {
     for (int position = 0; position < size;) {
         const int frame = position / kFrameSize;
         const int frameEnd = std::min(size, (frame + 1) * kFrameSize);
+        // Matches stop at the frame's end, and at the input's end before the padding.
+        const int stop = position < inputEnd ? std::min(frameEnd, inputEnd) : frameEnd;
         m_counts = &out.frameCounts[size_t(frame)];
-        Candidate match = bestMatch(position, frameEnd, m_search.chainDepth);
+        Candidate match = bestMatch(position, stop, m_search.chainDepth);
         if (match.score <= 0) {
             addLiteral(position++);
         } else {
             // Lazy matching: a better match one byte on is worth a literal first.
-            while (match.length < m_search.lazyLength && position + 1 < frameEnd) {
+            while (match.length < m_search.lazyLength && position + 1 < stop) {
                 const int depth = match.length >= m_search.goodLength ? m_search.chainDepth / 4
                                                                       : m_search.chainDepth;
-                const Candidate next = bestMatch(position + 1, frameEnd, depth);
+                const Candidate next = bestMatch(position + 1, stop, depth);
                 if (next.score <= match.score) break;
                 addLiteral(position++);
                 match = next;
@@ -111,9 +113,9 @@ void LzxMatchFinder::insertUpTo(int position) {
     m_inserted = std::max(m_inserted, position);
 }
 
-LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int frameEnd, int chainDepth) {
+LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int stop, int chainDepth) {
     Candidate best;
-    const int limit = std::min(kMaxMatch, frameEnd - position);
+    const int limit = std::min(kMaxMatch, stop - position);
     insertUpTo(position);
     if (limit < kMinMatch) return best;
     const uint8_t* current = m_data + position;

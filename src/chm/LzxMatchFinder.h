@@ -30,7 +30,10 @@ class LzxMatchFinder {
   public:
     explicit LzxMatchFinder(int windowBits, LzxSearch search = {});
 
-    void parse(const uint8_t* data, int size, LzxParse& out);
+    // `data` holds `size` bytes, whole frames but for the stream's last, of which the first
+    // `inputEnd` are input and the rest padding: no match crosses from one to the other, so a
+    // decoder told the input's length stops cleanly where it ends.
+    void parse(const uint8_t* data, int size, int inputEnd, LzxParse& out);
 
   private:
     struct Candidate {
@@ -40,7 +43,8 @@ class LzxMatchFinder {
         int score = 0;   // bits saved over literals, in quarter bits
     };
 
-    Candidate bestMatch(int position, int frameEnd, int chainDepth);
+    // The best match at `position` ending at `stop` at the latest.
+    Candidate bestMatch(int position, int stop, int chainDepth);
     void insertUpTo(int position);
     void addLiteral(int position);
     void addMatch(const Candidate& match);

@@ -88,8 +88,7 @@ Decoded DecodeWithLibmspack(const QByteArray& compressed, qint64 outputLength,
     return result;
 }
 
-Decoded DecodeWithChmlib(const chm::LzxInterval& compressed, qint64 outputLength,
-                         const chm::LzxSettings& settings) {
+Decoded DecodeWithChmlib(const chm::LzxInterval& compressed, const chm::LzxSettings& settings) {
     Decoded result;
     LZXstate* state = LZXinit(settings.windowBits);
     const qsizetype frames = qsizetype(compressed.frameStarts.size());
@@ -97,15 +96,13 @@ Decoded DecodeWithChmlib(const chm::LzxInterval& compressed, qint64 outputLength
         const qint64 start = compressed.frameStarts[size_t(frame)];
         const qint64 end = frame + 1 < frames ? compressed.frameStarts[size_t(frame + 1)]
                                               : compressed.bytes.size();
-        const qint64 outLength =
-            std::min(chm::kLzxFrameSize, outputLength - frame * chm::kLzxFrameSize);
         // chmlib reads a little past a frame's end, into what its own buffer holds there.
         QByteArray in = compressed.bytes.mid(start, end - start) + QByteArray(64, '\0');
-        QByteArray out(std::max<qint64>(outLength, 0), '\0');
+        QByteArray out(chm::kLzxFrameSize, '\0');
         if (frame % settings.framesPerReset == 0) LZXreset(state);
         const int status = LZXdecompress(state, reinterpret_cast<unsigned char*>(in.data()),
                                          reinterpret_cast<unsigned char*>(out.data()),
-                                         int(end - start), int(outLength));
+                                         int(end - start), int(out.size()));
         if (status != DECR_OK)
             result.error = QStringLiteral("chmlib error %1 in frame %2").arg(status).arg(frame);
         result.bytes += out;
@@ -135,17 +132,25 @@ Decoded DecodeWithChmlib(const chm::LzxInterval& compressed, qint64 outputLength
             (i == 0 && starts[i] != 0))
             return ::testing::AssertionFailure() << "frame " << i << " starts at " << starts[i];
     }
-    for (const Decoded& decoded : {DecodeWithLibmspack(compressed.bytes, input.size(), settings),
-                                   DecodeWithChmlib(compressed, input.size(), settings)}) {
+    // Told the input's length, libmspack stops where it ends; chmlib, and libmspack told the
+    // whole frames' length, decode the last frame's padding too.
+    QByteArray padded = input;
+    padded.append(frames * chm::kLzxFrameSize - input.size(), '\0');
+    const std::pair<QByteArray, Decoded> readings[] = {
+        {input, DecodeWithLibmspack(compressed.bytes, input.size(), settings)},
+        {padded, DecodeWithLibmspack(compressed.bytes, padded.size(), settings)},
+        {padded, DecodeWithChmlib(compressed, settings)},
+    };
+    for (const auto& [expected, decoded] : readings) {
         if (!decoded.error.isEmpty())
             return ::testing::AssertionFailure() << decoded.error.toStdString();
-        if (decoded.bytes != input) {
+        if (decoded.bytes != expected) {
             qsizetype at = 0;
-            while (at < std::min(input.size(), decoded.bytes.size()) &&
-                   input[at] == decoded.bytes[at])
+            while (at < std::min(expected.size(), decoded.bytes.size()) &&
+                   expected[at] == decoded.bytes[at])
                 ++at;
             return ::testing::AssertionFailure()
-                   << "decoded " << decoded.bytes.size() << " bytes of " << input.size()
+                   << "decoded " << decoded.bytes.size() << " bytes of " << expected.size()
                    << ", the first difference at " << at;
         }
     }

@@ -21,14 +21,13 @@ struct Decoded {
 Decoded DecodeWithLibmspack(const QByteArray& compressed, qint64 outputLength,
                             const chm::LzxSettings& settings);
 
-// chmlib's decoder, one frame at a time from the frame starts, resetting at every interval,
-// as chmlib reads a book's reset table.
-Decoded DecodeWithChmlib(const chm::LzxInterval& compressed, qint64 outputLength,
-                         const chm::LzxSettings& settings);
+// chmlib's decoder, one whole frame at a time from the frame starts, resetting at every
+// interval, as chmlib reads a book's reset table.
+Decoded DecodeWithChmlib(const chm::LzxInterval& compressed, const chm::LzxSettings& settings);
 
-// Compresses `input` with `settings` and checks that both decoders give it back byte for byte,
-// and that the frame starts are what a reset table needs: one per 32 KB frame, the first 0,
-// rising, each on a 16-bit boundary.
+// Compresses `input` with `settings` and checks that both decoders give it back byte for byte
+// (and the last frame's padding as zeros), and that the frame starts are what a reset table
+// needs: one per 32 KB frame, the first 0, rising, each on a 16-bit boundary.
 ::testing::AssertionResult ReadersRestore(const QByteArray& input,
                                           const chm::LzxSettings& settings);
 
