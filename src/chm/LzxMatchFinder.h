@@ -9,9 +9,9 @@ namespace qmr::chm {
 
 // How hard the match finder looks for matches.
 struct LzxSearch {
-    int chainDepth = 24; // candidates examined at one position
-    int niceLength = 48; // a match this long is taken without looking further
-    int lazyLength = 32; // a match this long is not weighed against the next position's
+    int chainDepth = 32; // candidates examined at one position
+    int niceLength = 64; // a match this long is taken without looking further
+    int lazyLength = 48; // a match this long is not weighed against the next position's
     int goodLength = 8;  // beyond a match this long, the next position is searched less deeply
 };
 

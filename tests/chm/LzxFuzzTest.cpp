@@ -33,7 +33,7 @@ QByteArray RandomInput(test::SampleRandom& random) {
     QByteArray bytes;
     while (bytes.size() < size) {
         const qsizetype piece = 1 + qsizetype(random() % 3000);
-        switch (random() % 5) {
+        switch (random() % 6) {
         case 0:
             bytes += test::SampleText(random, piece);
             break;
@@ -42,6 +42,9 @@ QByteArray RandomInput(test::SampleRandom& random) {
             break;
         case 2:
             bytes += test::SampleRuns(random, piece);
+            break;
+        case 3:
+            bytes += test::SampleRecords(random, piece);
             break;
         default:
             if (!bytes.isEmpty()) {

@@ -86,6 +86,14 @@ QByteArray SampleRuns(SampleRandom& random, qsizetype size) {
     return Cut(bytes, size);
 }
 
+QByteArray SampleRecords(SampleRandom& random, qsizetype size) {
+    const QByteArray records = SampleNoise(random, 16 * 300);
+    QByteArray bytes;
+    while (bytes.size() < size)
+        bytes += records.mid(16 * qsizetype(random() % 300), 16);
+    return Cut(bytes, size);
+}
+
 QByteArray ExampleScrapbookFiles(bool picturesOnly) {
     QStringList paths;
     const QStringList pictures = {QStringLiteral("*.jpg"), QStringLiteral("*.png"),

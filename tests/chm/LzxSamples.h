@@ -15,6 +15,9 @@ QByteArray SampleText(SampleRandom& random, qsizetype size);
 QByteArray SampleNoise(SampleRandom& random, qsizetype size);
 // Long runs of one byte and of short repeated patterns.
 QByteArray SampleRuns(SampleRandom& random, qsizetype size);
+// A table of 16-byte records drawn from a few hundred, so far matches have offsets in steps of
+// 16: what aligned-offset blocks are for.
+QByteArray SampleRecords(SampleRandom& random, qsizetype size);
 // The example scrapbook's files one after another (all, or only its pictures and video, which
 // are compressed already), as a book packs them.
 QByteArray ExampleScrapbookFiles(bool picturesOnly = false);
