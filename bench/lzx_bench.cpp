@@ -14,6 +14,8 @@
 #include <QDirIterator>
 #include <QFile>
 
+#include <cstdio>
+
 namespace {
 
 using qmr::chm::LzxSettings;
@@ -69,9 +71,25 @@ void ExampleScrapbook(benchmark::State& state) {
 }
 BENCHMARK(ExampleScrapbook)->Unit(benchmark::kMillisecond);
 
+// QMR_LZX_INPUT=FILE times one more input: a book's uncompressed section, for instance.
+void registerInputFile() {
+    const QString path = qEnvironmentVariable("QMR_LZX_INPUT");
+    if (path.isEmpty()) return;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "cannot read %s\n", qPrintable(path));
+        return;
+    }
+    static const QByteArray bytes = file.readAll();
+    benchmark::RegisterBenchmark("InputFile", [](benchmark::State& state) {
+        compress(state, bytes, {});
+    })->Unit(benchmark::kMillisecond);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    registerInputFile();
     QTemporaryDir* unused = nullptr;
     return qmr::bench::RunInTemporaryHome(argc, argv, unused);
 }
