@@ -16,8 +16,8 @@ namespace {
 // A block's length is stored in 24 bits; blocks of whole frames stay well below that.
 constexpr int kMaxBlockFrames = 64;
 
-// Frames per reset are kept to what a 32-bit frame count and an int interval allow.
-constexpr int kMaxFramesPerReset = 0x8000;
+// 32 MB intervals: far beyond what pays, and the match finder's tables stay in memory's reach.
+constexpr int kMaxFramesPerReset = 1024;
 
 } // namespace
 

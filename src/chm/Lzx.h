@@ -13,9 +13,12 @@ namespace qmr::chm {
 // between resets are compressed independently, and on as many threads as there are cores.
 inline constexpr qsizetype kLzxFrameSize = 0x8000;
 
+// The defaults are what other compilers write and every reader is known to read: a 64 KB window
+// and a reset every 64 KB. Larger intervals compress better (about 6 % at four frames) but make
+// a reader decode more to reach a page. Values outside the ranges below are brought within them.
 struct LzxSettings {
     int windowBits = 16;    // the window is 2^windowBits bytes (15 to 21)
-    int framesPerReset = 2; // frames between two resets of the decoder
+    int framesPerReset = 2; // frames between two resets of the decoder (1 to 1024)
     qsizetype intervalSize() const { return kLzxFrameSize * framesPerReset; }
 };
 
