@@ -1,13 +1,11 @@
 #include "chm/Lzx.h"
 
-#include "chm/HuffmanCode.h"
 #include "chm/LzxBitWriter.h"
+#include "chm/LzxBlockEncoder.h"
 #include "chm/LzxFormat.h"
 #include "chm/LzxMatchFinder.h"
-#include "chm/LzxTreeWriter.h"
 
 #include <algorithm>
-#include <array>
 
 namespace qmr::chm {
 
@@ -18,143 +16,81 @@ namespace {
 // A block's length is stored in 24 bits; blocks of whole frames stay well below that.
 constexpr int kMaxBlockFrames = 64;
 
-// The most bytes one item takes: main code, length code and 17 footer bits.
-constexpr int kWorstItemBytes = (kMaxCodeBits * 2 + 17 + 7) / 8;
-
-struct BlockCodes {
-    std::array<uint32_t, kMaxMainSymbols> mainCounts;
-    std::array<uint32_t, kLengthSymbols> lengthCounts;
-    std::array<uint32_t, kAlignedSymbols> alignedCounts;
-    std::array<uint8_t, kMaxMainSymbols> mainLengths;
-    std::array<uint8_t, kLengthSymbols> lengthLengths;
-    std::array<uint8_t, kAlignedSymbols> alignedLengths;
-    std::array<uint16_t, kMaxMainSymbols> mainCodes;
-    std::array<uint16_t, kLengthSymbols> lengthCodes;
-    std::array<uint16_t, kAlignedSymbols> alignedCodes;
-    bool aligned = false;
-};
+// 32 MB intervals: far beyond what pays, and the match finder's tables stay in memory's reach.
+constexpr int kMaxFramesPerReset = 1024;
 
 } // namespace
 
 struct LzxCompressor::State {
     explicit State(const LzxSettings& s)
         : settings{std::clamp(s.windowBits, kMinWindowBits, kMaxWindowBits),
-                   std::max(s.framesPerReset, 1)},
-          mainSymbols(kLiteralSymbols + PositionSlotCount(settings.windowBits) * kLengthHeaders),
-          finder(settings.windowBits) {}
+                   std::clamp(s.framesPerReset, 1, kMaxFramesPerReset)},
+          finder(settings.windowBits), encoder(settings.windowBits) {}
 
-    void compressInterval(const uint8_t* data, int size, LzxInterval& out);
-    void countBlock(int firstItem, int endItem);
-    void buildCodes();
-    void writeBlockHeader(LzxBitWriter& writer, qsizetype blockBytes);
-    void writeItems(LzxBitWriter& writer, int firstItem, int endItem) const;
+    void compressInterval(const uint8_t* data, int size, int inputEnd, LzxInterval& out);
+    int extendBlock(int firstFrame);
+    void writeBlock(LzxBitWriter& writer, int firstFrame, int endFrame, int size, LzxInterval& out);
 
     const LzxSettings settings;
-    const int mainSymbols;
     LzxMatchFinder finder;
-    std::vector<Item> items;
-    std::vector<int> frameEnds;
-    BlockCodes codes;
-    // The previous block's code lengths, which the next block's are written against.
-    std::array<uint8_t, kMaxMainSymbols> previousMain;
-    std::array<uint8_t, kLengthSymbols> previousLength;
+    LzxBlockEncoder encoder;
+    LzxParse parse;
+    // The block being planned, the frame that might join it, and the two together.
+    LzxBlockCodes block, frame, joined;
+    SymbolCounts blockCounts, joinedCounts;
 };
 
-void LzxCompressor::State::compressInterval(const uint8_t* data, int size, LzxInterval& out) {
-    finder.parse(data, size, items, frameEnds);
-    previousMain.fill(0);
-    previousLength.fill(0);
+void LzxCompressor::State::compressInterval(const uint8_t* data, int size, int inputEnd,
+                                            LzxInterval& out) {
+    finder.parse(data, size, inputEnd, parse);
+    encoder.startInterval();
     LzxBitWriter writer(out.bytes);
     writer.reserve(4);
     writer.write(0, 1); // no E8 translation
-
-    const int frames = int(frameEnds.size());
-    for (int firstFrame = 0; firstFrame < frames; firstFrame += kMaxBlockFrames) {
-        const int endFrame = std::min(frames, firstFrame + kMaxBlockFrames);
-        const int firstItem = firstFrame == 0 ? 0 : frameEnds[size_t(firstFrame - 1)];
-        countBlock(firstItem, frameEnds[size_t(endFrame - 1)]);
-        buildCodes();
-        const qsizetype blockBytes =
-            std::min<qsizetype>(size, qsizetype(endFrame) * kFrameSize) - firstFrame * kFrameSize;
-        out.frameStarts.push_back(writer.size());
-        writeBlockHeader(writer, blockBytes);
-        for (int frame = firstFrame; frame < endFrame; ++frame) {
-            if (frame > firstFrame) out.frameStarts.push_back(writer.size());
-            const int begin = frame == 0 ? 0 : frameEnds[size_t(frame - 1)];
-            const int end = frameEnds[size_t(frame)];
-            writer.reserve(qsizetype(end - begin) * kWorstItemBytes + 2);
-            writeItems(writer, begin, end);
-            writer.padToWord();
-        }
+    const int frames = int(parse.frameEnds.size());
+    for (int firstFrame = 0; firstFrame < frames;) {
+        const int endFrame = extendBlock(firstFrame);
+        writeBlock(writer, firstFrame, endFrame, size, out);
+        firstFrame = endFrame;
     }
     writer.finish();
 }
 
-void LzxCompressor::State::countBlock(int firstItem, int endItem) {
-    codes.mainCounts.fill(0);
-    codes.lengthCounts.fill(0);
-    codes.alignedCounts.fill(0);
-    for (int i = firstItem; i < endItem; ++i) {
-        const Item& item = items[size_t(i)];
-        ++codes.mainCounts[item.mainSymbol];
-        if (HasLengthSymbol(item.mainSymbol)) ++codes.lengthCounts[item.lengthSymbol];
-        if (item.footerBits >= kAlignedBits) ++codes.alignedCounts[item.footer & 7];
+// Grows a block frame by frame while one block costs less than the two it would replace, as it
+// does when the frames use alike symbols. Leaves the chosen block's codes in `block`.
+int LzxCompressor::State::extendBlock(int firstFrame) {
+    const int frames = int(parse.frameEnds.size());
+    blockCounts = parse.frameCounts[size_t(firstFrame)];
+    encoder.plan(blockCounts, block);
+    int endFrame = firstFrame + 1;
+    for (; endFrame < frames && endFrame - firstFrame < kMaxBlockFrames; ++endFrame) {
+        const SymbolCounts& next = parse.frameCounts[size_t(endFrame)];
+        encoder.plan(next, frame);
+        joinedCounts = blockCounts;
+        joinedCounts += next;
+        encoder.plan(joinedCounts, joined);
+        if (joined.bits > block.bits + frame.bits) break;
+        std::swap(block, joined);
+        std::swap(blockCounts, joinedCounts);
     }
+    return endFrame;
 }
 
-void LzxCompressor::State::buildCodes() {
-    const std::span<uint32_t> mainCounts(codes.mainCounts.data(), size_t(mainSymbols));
-    const std::span<uint8_t> mainLengths(codes.mainLengths.data(), size_t(mainSymbols));
-    std::fill(codes.mainLengths.begin(), codes.mainLengths.end(), uint8_t(0));
-    BuildCodeLengths(mainCounts, kMaxCodeBits, mainLengths);
-    AssignCanonicalCodes(mainLengths, std::span(codes.mainCodes.data(), size_t(mainSymbols)));
-    BuildCodeLengths(codes.lengthCounts, kMaxCodeBits, codes.lengthLengths);
-    AssignCanonicalCodes(codes.lengthLengths, codes.lengthCodes);
-
-    // An aligned-offset block codes the low three footer bits of the far matches with a tree
-    // of their own; it pays when those bits are far from uniform.
-    BuildCodeLengths(codes.alignedCounts, kMaxAlignedCodeBits, codes.alignedLengths);
-    uint64_t verbatimBits = 0;
-    uint64_t alignedBits = kAlignedSymbols * 3;
-    for (int s = 0; s < kAlignedSymbols; ++s) {
-        verbatimBits += uint64_t(codes.alignedCounts[size_t(s)]) * kAlignedBits;
-        alignedBits += uint64_t(codes.alignedCounts[size_t(s)]) * codes.alignedLengths[size_t(s)];
-    }
-    codes.aligned = verbatimBits > 0 && alignedBits < verbatimBits;
-    if (codes.aligned) AssignCanonicalCodes(codes.alignedLengths, codes.alignedCodes);
-}
-
-void LzxCompressor::State::writeBlockHeader(LzxBitWriter& writer, qsizetype blockBytes) {
-    writer.reserve(16 + WorstLzxTreeBytes(kLiteralSymbols) +
-                   WorstLzxTreeBytes(mainSymbols - kLiteralSymbols) +
-                   WorstLzxTreeBytes(kLengthSymbols));
-    writer.write(codes.aligned ? kBlockAligned : kBlockVerbatim, 3);
-    writer.write(uint32_t(blockBytes), 24);
-    if (codes.aligned)
-        for (uint8_t length : codes.alignedLengths)
-            writer.write(length, 3);
-    WriteLzxTreeLengths(writer, codes.mainLengths.data(), previousMain.data(), 0, kLiteralSymbols);
-    WriteLzxTreeLengths(writer, codes.mainLengths.data(), previousMain.data(), kLiteralSymbols,
-                        mainSymbols);
-    WriteLzxTreeLengths(writer, codes.lengthLengths.data(), previousLength.data(), 0,
-                        kLengthSymbols);
-}
-
-void LzxCompressor::State::writeItems(LzxBitWriter& writer, int firstItem, int endItem) const {
-    for (int i = firstItem; i < endItem; ++i) {
-        const Item& item = items[size_t(i)];
-        writer.write(codes.mainCodes[item.mainSymbol], codes.mainLengths[item.mainSymbol]);
-        if (item.mainSymbol < kLiteralSymbols) continue;
-        if (HasLengthSymbol(item.mainSymbol))
-            writer.write(codes.lengthCodes[item.lengthSymbol],
-                         codes.lengthLengths[item.lengthSymbol]);
-        if (codes.aligned && item.footerBits >= kAlignedBits) {
-            writer.write(item.footer >> kAlignedBits, item.footerBits - kAlignedBits);
-            const uint32_t low = item.footer & 7;
-            writer.write(codes.alignedCodes[low], codes.alignedLengths[low]);
-        } else {
-            writer.write(item.footer, item.footerBits);
-        }
+void LzxCompressor::State::writeBlock(LzxBitWriter& writer, int firstFrame, int endFrame, int size,
+                                      LzxInterval& out) {
+    const qsizetype blockBytes =
+        std::min<qsizetype>(size, qsizetype(endFrame) * kFrameSize) - firstFrame * kFrameSize;
+    out.frameStarts.push_back(writer.size());
+    encoder.writeHeader(writer, block, blockBytes);
+    for (int frame = firstFrame; frame < endFrame; ++frame) {
+        if (frame > firstFrame) out.frameStarts.push_back(writer.size());
+        const Item* begin =
+            parse.items.data() + (frame == 0 ? 0 : parse.frameEnds[size_t(frame - 1)]);
+        const Item* end = parse.items.data() + parse.frameEnds[size_t(frame)];
+        writer.reserve((end - begin) * LzxBlockEncoder::kWorstItemBytes + 2);
+        LzxBlockEncoder::writeItems(writer, block, begin, end);
+        // The decoder skips to the next 16-bit boundary after every frame.
+        writer.padToWord();
     }
 }
 
@@ -167,8 +103,18 @@ LzxInterval LzxCompressor::compress(QByteArrayView input) {
     LzxInterval out;
     const qsizetype interval = m_state->settings.intervalSize();
     const auto* data = reinterpret_cast<const uint8_t*>(input.data());
-    for (qsizetype start = 0; start < input.size(); start += interval)
-        m_state->compressInterval(data + start, int(std::min(interval, input.size() - start)), out);
+    for (qsizetype start = 0; start < input.size(); start += interval) {
+        const int size = int(std::min(interval, input.size() - start));
+        if (size % kFrameSize == 0) {
+            m_state->compressInterval(data + start, size, size, out);
+        } else {
+            // Readers decode every frame whole, the last too: it is padded with zero bytes.
+            QByteArray padded = QByteArrayView(data + start, size).toByteArray();
+            padded.append(kFrameSize - size % kFrameSize, '\0');
+            m_state->compressInterval(reinterpret_cast<const uint8_t*>(padded.constData()),
+                                      int(padded.size()), size, out);
+        }
+    }
     return out;
 }
 

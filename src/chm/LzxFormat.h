@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 
 // The numbers of the LZX format that the match finder and the encoder share.
@@ -96,5 +98,28 @@ inline constexpr bool HasLengthSymbol(int mainSymbol) {
     return mainSymbol >= kLiteralSymbols &&
            ((mainSymbol - kLiteralSymbols) & kLengthHeaderMax) == kLengthHeaderMax;
 }
+
+// How often each symbol of the three trees occurs in a stretch of items.
+struct SymbolCounts {
+    std::array<uint32_t, kMaxMainSymbols> main{};
+    std::array<uint32_t, kLengthSymbols> length{};
+    std::array<uint32_t, kAlignedSymbols> aligned{}; // low footer bits of the far matches
+
+    void add(const Item& item) {
+        ++main[item.mainSymbol];
+        if (HasLengthSymbol(item.mainSymbol)) ++length[item.lengthSymbol];
+        if (item.footerBits >= kAlignedBits) ++aligned[item.footer & 7];
+    }
+
+    SymbolCounts& operator+=(const SymbolCounts& other) {
+        for (std::size_t i = 0; i < main.size(); ++i)
+            main[i] += other.main[i];
+        for (std::size_t i = 0; i < length.size(); ++i)
+            length[i] += other.length[i];
+        for (std::size_t i = 0; i < aligned.size(); ++i)
+            aligned[i] += other.aligned[i];
+        return *this;
+    }
+};
 
 } // namespace qmr::chm::lzx

@@ -62,8 +62,7 @@ int RepeatScore(int length, int repeat) {
 LzxMatchFinder::LzxMatchFinder(int windowBits, LzxSearch search)
     : m_maxOffset(MaxOffset(windowBits)), m_search(search) {}
 
-void LzxMatchFinder::parse(const uint8_t* data, int size, std::vector<Item>& items,
-                           std::vector<int>& frameEnds) {
+void LzxMatchFinder::parse(const uint8_t* data, int size, int inputEnd, LzxParse& out) {
     // A hash table of about half the interval's size is small to clear and rarely shared.
     const int hashBits = std::clamp(int(std::bit_width(uint32_t(size))) - 2, 10, 16);
     m_head.assign(size_t(1) << hashBits, -1);
@@ -73,19 +72,26 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, std::vector<Item>& ite
     m_size = size;
     m_inserted = 0;
     std::fill(std::begin(m_repeats), std::end(m_repeats), 1u);
-    m_items = &items;
-    items.clear();
-    frameEnds.clear();
+    m_out = &out;
+    out.items.clear();
+    out.frameEnds.clear();
+    out.frameCounts.assign(size_t((size + kFrameSize - 1) / kFrameSize), SymbolCounts());
 
     for (int position = 0; position < size;) {
-        const int frameEnd = std::min(size, (position / kFrameSize + 1) * kFrameSize);
-        Candidate match = bestMatch(position, frameEnd);
+        const int frame = position / kFrameSize;
+        const int frameEnd = std::min(size, (frame + 1) * kFrameSize);
+        // Matches stop at the frame's end, and at the input's end before the padding.
+        const int stop = position < inputEnd ? std::min(frameEnd, inputEnd) : frameEnd;
+        m_counts = &out.frameCounts[size_t(frame)];
+        Candidate match = bestMatch(position, stop, m_search.chainDepth);
         if (match.score <= 0) {
             addLiteral(position++);
         } else {
             // Lazy matching: a better match one byte on is worth a literal first.
-            while (match.length < m_search.lazyLength && position + 1 < frameEnd) {
-                const Candidate next = bestMatch(position + 1, frameEnd);
+            while (match.length < m_search.lazyLength && position + 1 < stop) {
+                const int depth = match.length >= m_search.goodLength ? m_search.chainDepth / 4
+                                                                      : m_search.chainDepth;
+                const Candidate next = bestMatch(position + 1, stop, depth);
                 if (next.score <= match.score) break;
                 addLiteral(position++);
                 match = next;
@@ -93,7 +99,7 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, std::vector<Item>& ite
             addMatch(match);
             position += match.length;
         }
-        if (position == frameEnd) frameEnds.push_back(int(items.size()));
+        if (position == frameEnd) out.frameEnds.push_back(int(out.items.size()));
     }
 }
 
@@ -107,9 +113,9 @@ void LzxMatchFinder::insertUpTo(int position) {
     m_inserted = std::max(m_inserted, position);
 }
 
-LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int frameEnd) {
+LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int stop, int chainDepth) {
     Candidate best;
-    const int limit = std::min(kMaxMatch, frameEnd - position);
+    const int limit = std::min(kMaxMatch, stop - position);
     insertUpTo(position);
     if (limit < kMinMatch) return best;
     const uint8_t* current = m_data + position;
@@ -132,7 +138,7 @@ LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int frameEnd) 
     m_head[hash] = position;
     m_inserted = position + 1;
 
-    for (int depth = m_search.chainDepth; candidate >= 0 && depth > 0;
+    for (int depth = chainDepth; candidate >= 0 && depth > 0;
          --depth, candidate = m_prev[size_t(candidate)]) {
         const uint32_t offset = uint32_t(position - candidate);
         if (offset > m_maxOffset || longest >= limit) break;
@@ -149,7 +155,9 @@ LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int frameEnd) 
 }
 
 void LzxMatchFinder::addLiteral(int position) {
-    m_items->push_back({m_data[position], 0, 0, 0});
+    const Item item = {m_data[position], 0, 0, 0};
+    m_out->items.push_back(item);
+    m_counts->add(item);
 }
 
 void LzxMatchFinder::addMatch(const Candidate& match) {
@@ -170,7 +178,8 @@ void LzxMatchFinder::addMatch(const Candidate& match) {
     item.mainSymbol = uint16_t(MainSymbol(slot, match.length));
     if (HasLengthSymbol(item.mainSymbol))
         item.lengthSymbol = uint8_t(match.length - kMinMatch - kLengthHeaderMax);
-    m_items->push_back(item);
+    m_out->items.push_back(item);
+    m_counts->add(item);
 }
 
 } // namespace qmr::chm

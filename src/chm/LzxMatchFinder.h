@@ -9,9 +9,17 @@ namespace qmr::chm {
 
 // How hard the match finder looks for matches.
 struct LzxSearch {
-    int chainDepth = 24; // candidates examined at one position
-    int niceLength = 48; // a match this long is taken without looking further
-    int lazyLength = 32; // a match this long is not weighed against the next position's
+    int chainDepth = 32; // candidates examined at one position
+    int niceLength = 64; // a match this long is taken without looking further
+    int lazyLength = 48; // a match this long is not weighed against the next position's
+    int goodLength = 8;  // beyond a match this long, the next position is searched less deeply
+};
+
+// One reset interval as literals and matches.
+struct LzxParse {
+    std::vector<lzx::Item> items;
+    std::vector<int> frameEnds;                 // items in frames 0 to i
+    std::vector<lzx::SymbolCounts> frameCounts; // the symbols of each frame
 };
 
 // Cuts one reset interval into literals and matches: hash chains over the interval, the three
@@ -22,10 +30,10 @@ class LzxMatchFinder {
   public:
     explicit LzxMatchFinder(int windowBits, LzxSearch search = {});
 
-    // items: the interval's literals and matches in order; frameEnds[i]: the number of items
-    // in frames 0 to i.
-    void parse(const uint8_t* data, int size, std::vector<lzx::Item>& items,
-               std::vector<int>& frameEnds);
+    // `data` holds `size` bytes, whole frames but for the stream's last, of which the first
+    // `inputEnd` are input and the rest padding: no match crosses from one to the other, so a
+    // decoder told the input's length stops cleanly where it ends.
+    void parse(const uint8_t* data, int size, int inputEnd, LzxParse& out);
 
   private:
     struct Candidate {
@@ -35,7 +43,8 @@ class LzxMatchFinder {
         int score = 0;   // bits saved over literals, in quarter bits
     };
 
-    Candidate bestMatch(int position, int frameEnd);
+    // The best match at `position` ending at `stop` at the latest.
+    Candidate bestMatch(int position, int stop, int chainDepth);
     void insertUpTo(int position);
     void addLiteral(int position);
     void addMatch(const Candidate& match);
@@ -51,7 +60,8 @@ class LzxMatchFinder {
     int m_size = 0;
     int m_inserted = 0; // positions below this are in the chains
     uint32_t m_repeats[lzx::kRepeatSlots] = {1, 1, 1};
-    std::vector<lzx::Item>* m_items = nullptr;
+    LzxParse* m_out = nullptr;
+    lzx::SymbolCounts* m_counts = nullptr; // the current frame's
 };
 
 } // namespace qmr::chm

@@ -59,29 +59,48 @@ std::vector<PretreeSymbol> PretreeSymbols(const uint8_t* lengths, const uint8_t*
     return symbols;
 }
 
+// The pretree symbols of a range of lengths with the pretree's own code.
+struct PretreeCode {
+    std::vector<PretreeSymbol> symbols;
+    std::array<uint8_t, lzx::kPretreeSymbols> lengths;
+
+    PretreeCode(const uint8_t* treeLengths, const uint8_t* previous, int first, int last)
+        : symbols(PretreeSymbols(treeLengths, previous, first, last)) {
+        std::array<uint32_t, lzx::kPretreeSymbols> counts = {};
+        for (const PretreeSymbol& s : symbols) {
+            ++counts[s.symbol];
+            if (s.symbol == kSame4To5) ++counts[s.delta];
+        }
+        BuildCodeLengths(counts, lzx::kMaxPretreeBits, lengths);
+    }
+};
+
 } // namespace
 
 void WriteLzxTreeLengths(LzxBitWriter& out, const uint8_t* lengths, uint8_t* previous, int first,
                          int last) {
-    const std::vector<PretreeSymbol> symbols = PretreeSymbols(lengths, previous, first, last);
-    std::array<uint32_t, lzx::kPretreeSymbols> counts = {};
-    for (const PretreeSymbol& s : symbols) {
-        ++counts[s.symbol];
-        if (s.symbol == kSame4To5) ++counts[s.delta];
-    }
-    std::array<uint8_t, lzx::kPretreeSymbols> codeLengths;
+    const PretreeCode pretree(lengths, previous, first, last);
     std::array<uint16_t, lzx::kPretreeSymbols> codes;
-    BuildCodeLengths(counts, lzx::kMaxPretreeBits, codeLengths);
-    AssignCanonicalCodes(codeLengths, codes);
-    for (uint8_t length : codeLengths)
+    AssignCanonicalCodes(pretree.lengths, codes);
+    for (uint8_t length : pretree.lengths)
         out.write(length, 4);
-    for (const PretreeSymbol& s : symbols) {
-        out.write(codes[s.symbol], codeLengths[s.symbol]);
+    for (const PretreeSymbol& s : pretree.symbols) {
+        out.write(codes[s.symbol], pretree.lengths[s.symbol]);
         if (s.extraBits) out.write(s.extra, s.extraBits);
-        if (s.symbol == kSame4To5) out.write(codes[s.delta], codeLengths[s.delta]);
+        if (s.symbol == kSame4To5) out.write(codes[s.delta], pretree.lengths[s.delta]);
     }
     for (int i = first; i < last; ++i)
         previous[i] = lengths[i];
+}
+
+int LzxTreeLengthsBits(const uint8_t* lengths, const uint8_t* previous, int first, int last) {
+    const PretreeCode pretree(lengths, previous, first, last);
+    int bits = lzx::kPretreeSymbols * 4;
+    for (const PretreeSymbol& s : pretree.symbols) {
+        bits += pretree.lengths[s.symbol] + s.extraBits;
+        if (s.symbol == kSame4To5) bits += pretree.lengths[s.delta];
+    }
+    return bits;
 }
 
 } // namespace qmr::chm

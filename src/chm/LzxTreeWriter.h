@@ -14,6 +14,9 @@ namespace qmr::chm {
 void WriteLzxTreeLengths(LzxBitWriter& out, const uint8_t* lengths, uint8_t* previous, int first,
                          int last);
 
+// The bits WriteLzxTreeLengths would write for the same lengths, for weighing block layouts.
+int LzxTreeLengthsBits(const uint8_t* lengths, const uint8_t* previous, int first, int last);
+
 // The most bytes WriteLzxTreeLengths writes for `count` lengths.
 constexpr int WorstLzxTreeBytes(int count) {
     return 16 + count * 3;

@@ -13,27 +13,18 @@ int Iterations() {
     return ok && wanted > 0 ? wanted : 2000;
 }
 
-qsizetype RandomSize(test::SampleRandom& random) {
-    switch (random() % 4) {
-    case 0:
-        return qsizetype(random() % 64);
-    case 1:
-        return qsizetype(random() % 4096);
-    case 2: // at a frame boundary, give or take two bytes
-        return qsizetype(1 + random() % 4) * kLzxFrameSize + qsizetype(random() % 5) - 2;
-    default:
-        return qsizetype(random() % 100000);
-    }
-}
-
 // Pieces of every kind, and copies of earlier pieces near and far, so matches of every length
-// and offset, repeated offsets among them, land on frame and interval boundaries.
+// and offset, repeated offsets among them, land on frame and interval boundaries. A quarter of
+// the inputs end within two bytes of a frame boundary.
 QByteArray RandomInput(test::SampleRandom& random) {
-    const qsizetype size = RandomSize(random);
+    const uint64_t kind = random() % 4;
+    const qsizetype size =
+        kind == 0 ? qsizetype(1 + random() % 4) * kLzxFrameSize - 2 + qsizetype(random() % 5)
+                  : qsizetype(random() % (kind == 1 ? 64 : 100000));
     QByteArray bytes;
     while (bytes.size() < size) {
         const qsizetype piece = 1 + qsizetype(random() % 3000);
-        switch (random() % 5) {
+        switch (random() % 6) {
         case 0:
             bytes += test::SampleText(random, piece);
             break;
@@ -43,11 +34,11 @@ QByteArray RandomInput(test::SampleRandom& random) {
         case 2:
             bytes += test::SampleRuns(random, piece);
             break;
+        case 3:
+            bytes += test::SampleRecords(random, piece);
+            break;
         default:
-            if (!bytes.isEmpty()) {
-                const qsizetype from = qsizetype(random() % uint64_t(bytes.size()));
-                bytes += bytes.mid(from, piece);
-            }
+            bytes += bytes.mid(qsizetype(random() % uint64_t(bytes.size() + 1)), piece);
         }
     }
     bytes.truncate(size);
