@@ -45,6 +45,18 @@ const QString* FolderListings::entry(const Listing& listing, const QString& name
 }
 
 QString FolderListings::findFile(const QString& relative) {
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        const auto known = m_found.find(relative);
+        if (known != m_found.end()) return known->second;
+    }
+    const QString found = walkTo(relative);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_found.emplace(relative, found);
+    return found;
+}
+
+QString FolderListings::walkTo(const QString& relative) {
     const QStringList parts = relative.split(u'/');
     QString path;
     for (qsizetype i = 0; i < parts.size(); ++i) {
