@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <mutex>
-#include <unordered_map>
 
 namespace qmr::chm {
 
@@ -37,8 +36,8 @@ class FolderListings {
 
     QString m_root;
     std::mutex m_mutex;
-    std::unordered_map<QString, std::unique_ptr<Listing>> m_listings;
-    std::unordered_map<QString, QString> m_found; // every path asked for, and the answer
+    QHash<QString, std::shared_ptr<const Listing>> m_listings;
+    QHash<QString, QString> m_found; // every path asked for, and the answer
 };
 
 } // namespace qmr::chm
