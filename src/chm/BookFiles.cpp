@@ -96,7 +96,7 @@ class Gatherer {
 
     void addListedFiles() {
         for (qsizetype i = 0; i < m_project.files.size(); ++i) {
-            const QString& entry = m_project.files[i];
+            const QString entry = belowProject(m_project.files[i]);
             const int line = i < m_project.fileLines.size() ? m_project.fileLines[i] : 0;
             const QString path = JoinInFolder({}, entry);
             const QString onDisk = path.isEmpty() ? QString() : m_disk.findFile(path);
@@ -115,8 +115,14 @@ class Gatherer {
         }
     }
 
-    void addNamedFile(const QString& name, const QString& what, bool required) {
-        if (name.isEmpty()) return;
+    // A name given with the project folder's own path in front is taken without it.
+    QString belowProject(const QString& name) const {
+        return name.startsWith(m_project.folder) ? name.mid(m_project.folder.size()) : name;
+    }
+
+    void addNamedFile(const QString& given, const QString& what, bool required) {
+        if (given.isEmpty()) return;
+        const QString name = belowProject(given);
         const QString path = IsOutsideAddress(name) ? QString() : JoinInFolder({}, name);
         const QString onDisk = path.isEmpty() ? QString() : m_disk.findFile(path);
         if (!onDisk.isEmpty()) {

@@ -12,12 +12,12 @@ FolderListings::~FolderListings() = default;
 const FolderListings::Listing& FolderListings::listing(const QString& folder) {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        const auto found = m_listings.find(folder);
-        if (found != m_listings.end()) return *found->second;
+        const auto found = m_listings.constFind(folder);
+        if (found != m_listings.cend()) return **found;
     }
     // Listed without the lock, so threads read folders side by side; a folder listed twice at
     // once keeps the first listing.
-    auto made = std::make_unique<Listing>();
+    auto made = std::make_shared<Listing>();
     QDirIterator it(m_root + folder,
                     QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     while (it.hasNext()) {
@@ -30,7 +30,7 @@ const FolderListings::Listing& FolderListings::listing(const QString& folder) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     auto& slot = m_listings[folder];
     if (!slot) slot = std::move(made);
-    return *slot;
+    return *slot; // listings are never removed, so it stays where it is
 }
 
 const QString* FolderListings::entry(const Listing& listing, const QString& name, bool& isFolder) {
@@ -45,6 +45,18 @@ const QString* FolderListings::entry(const Listing& listing, const QString& name
 }
 
 QString FolderListings::findFile(const QString& relative) {
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        const auto known = m_found.constFind(relative);
+        if (known != m_found.cend()) return *known;
+    }
+    const QString found = walkTo(relative);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_found.insert(relative, found);
+    return found;
+}
+
+QString FolderListings::walkTo(const QString& relative) {
     const QStringList parts = relative.split(u'/');
     QString path;
     for (qsizetype i = 0; i < parts.size(); ++i) {

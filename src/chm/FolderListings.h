@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <mutex>
-#include <unordered_map>
 
 namespace qmr::chm {
 
@@ -30,12 +29,15 @@ class FolderListings {
         QHash<QString, QString> byFolding; // case-folded name to the entry's name
     };
     const Listing& listing(const QString& folder);
+    // findFile without the memory of earlier answers.
+    QString walkTo(const QString& relative);
     // The entry of `listing` named `name`, or differing only in case; null when none.
     static const QString* entry(const Listing& listing, const QString& name, bool& isFolder);
 
     QString m_root;
     std::mutex m_mutex;
-    std::unordered_map<QString, std::unique_ptr<Listing>> m_listings;
+    QHash<QString, std::shared_ptr<const Listing>> m_listings;
+    QHash<QString, QString> m_found; // every path asked for, and the answer
 };
 
 } // namespace qmr::chm

@@ -146,13 +146,19 @@ class ProjectReader {
   private:
     void fail(int line, const QString& text) { m_log.error(m_project.projectPath, line, text); }
 
-    void readOption(QByteArrayView line, int number) {
+    // Where the "=" of a line stands; -1, with an error saying what the line should be, when
+    // it has none.
+    qsizetype equalsSign(QByteArrayView line, int number, QLatin1StringView what) {
         const qsizetype equals = line.indexOf('=');
-        if (equals <= 0) {
-            fail(number, QStringLiteral("an option needs the form \"Name=value\"; correct or "
-                                        "remove this line"));
-            return;
-        }
+        if (equals > 0) return equals;
+        fail(number, QStringLiteral("%1; correct or remove this line").arg(what));
+        return -1;
+    }
+
+    void readOption(QByteArrayView line, int number) {
+        const qsizetype equals =
+            equalsSign(line, number, QLatin1StringView("an option needs the form \"Name=value\""));
+        if (equals < 0) return;
         const QByteArray key = line.first(equals).trimmed().toByteArray().toLower();
         const QByteArrayView value = line.sliced(equals + 1).trimmed();
         if (key == "compiled file")
@@ -204,12 +210,9 @@ class ProjectReader {
     }
 
     void readWindow(QByteArrayView line, int number) {
-        const qsizetype equals = line.indexOf('=');
-        if (equals <= 0) {
-            fail(number, QStringLiteral("a window needs the form name=\"caption\",...; correct "
-                                        "or remove this line"));
-            return;
-        }
+        const qsizetype equals = equalsSign(
+            line, number, QLatin1StringView("a window needs the form name=\"caption\",..."));
+        if (equals < 0) return;
         QList<QByteArray> fields;
         if (!SplitWindowFields(line.sliced(equals + 1), fields)) {
             fail(number, QStringLiteral("a quote or a \"[\" of this window is not closed"));

@@ -111,13 +111,18 @@ void HtmlTokenizer::readUntil(HtmlToken& token, HtmlToken::Kind kind, qsizetype 
     }
 }
 
-void HtmlTokenizer::readStartTag(HtmlToken& token) {
-    qsizetype p = m_pos + 1;
-    const qsizetype nameFrom = p;
+// A tag's name runs from `p` to a blank, "/" or ">".
+QByteArrayView HtmlTokenizer::readTagName(qsizetype& p) const {
+    const qsizetype from = p;
     while (p < m_in.size() && !IsBlank(m_in[p]) && m_in[p] != '/' && m_in[p] != '>')
         ++p;
+    return m_in.sliced(from, p - from);
+}
+
+void HtmlTokenizer::readStartTag(HtmlToken& token) {
+    qsizetype p = m_pos + 1;
     token.kind = HtmlToken::Kind::StartTag;
-    token.text = m_in.sliced(nameFrom, p - nameFrom);
+    token.text = readTagName(p);
     readAttributes(token, p);
     m_pos = p;
     if (HoldsRawText(token.text)) m_rawTextTag = token.text;
@@ -186,11 +191,8 @@ qsizetype HtmlTokenizer::findQuote(char quote, qsizetype from) {
 
 void HtmlTokenizer::readEndTag(HtmlToken& token) {
     qsizetype p = m_pos + 2;
-    const qsizetype nameFrom = p;
-    while (p < m_in.size() && !IsBlank(m_in[p]) && m_in[p] != '/' && m_in[p] != '>')
-        ++p;
     token.kind = HtmlToken::Kind::EndTag;
-    token.text = m_in.sliced(nameFrom, p - nameFrom);
+    token.text = readTagName(p);
     const qsizetype gt = IndexOf(m_in, '>', p);
     m_pos = gt < 0 ? m_in.size() : gt + 1;
 }

@@ -57,6 +57,7 @@ class HtmlTokenizer {
 
   private:
     bool readRawText(HtmlToken& token);
+    QByteArrayView readTagName(qsizetype& p) const;
     void readStartTag(HtmlToken& token);
     void readAttributes(HtmlToken& token, qsizetype& p);
     QByteArrayView readAttributeValue(qsizetype& p);

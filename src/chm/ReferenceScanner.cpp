@@ -7,7 +7,10 @@
 
 #include <QSet>
 
+#include <deque>
 #include <functional>
+#include <string_view>
+#include <unordered_set>
 
 namespace qmr::chm {
 namespace {
@@ -120,9 +123,14 @@ class Collector {
   public:
     enum class Source { HtmlAttribute, Css, Utf8Css };
 
+    // Pages name the same file many times: each value is made a reference once.
     void add(QByteArrayView bytes, Source source) {
         if (bytes.trimmed().isEmpty() || HasSchemePrefix(bytes)) return;
-        m_values.append({bytes.toByteArray(), source});
+        const std::string_view key(bytes.data(), size_t(bytes.size()));
+        if (m_added.count(key)) return;
+        m_values.push_back({bytes.toByteArray(), source});
+        const QByteArray& kept = m_values.back().bytes; // its buffer stays where it is
+        m_added.insert(std::string_view(kept.constData(), size_t(kept.size())));
     }
 
     QList<Reference> references(const QString& charset, const CodePage& fallback) const {
@@ -160,7 +168,8 @@ class Collector {
                                                      : decoded;
     }
 
-    QList<Value> m_values;
+    std::deque<Value> m_values;
+    std::unordered_set<std::string_view> m_added;
 };
 
 bool IsPlayerParam(QByteArrayView name) {

@@ -84,13 +84,15 @@ TEST_F(BookFilesTest, GathersEveryFileThePagesUseInOrder) {
 }
 
 // A file the project lists that is not there, or not in the project folder, is an error on
-// its line; so is a missing contents file.
+// its line; so is a missing contents file. Names differing in case and names written with
+// the project folder in front are found.
 TEST_F(BookFilesTest, ListedFilesMustExist) {
     write("Index.hhp", "[OPTIONS]\nCompiled file=out.chm\nContents file=toc.hhc\n[FILES]\n"
-                       "INDEX.HTML\ngone.html\n../outside.html\n");
+                       "INDEX.HTML\ngone.html\n../outside.html\n" +
+                           folder.path().toUtf8() + "book/logo.png\n");
     CompileLog log;
     const HelpProject read = project();
-    EXPECT_EQ(GatherBookFiles(read, log).value(0), u"index.html");
+    EXPECT_EQ(GatherBookFiles(read, log).mid(0, 2), QStringList({"index.html", "logo.png"}));
     const QStringList errors = log.lines().filter(QRegularExpression(QStringLiteral("^Error")));
     ASSERT_EQ(errors.size(), 3);
     EXPECT_EQ(log.errorCount(), 3);

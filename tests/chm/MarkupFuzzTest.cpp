@@ -4,95 +4,27 @@
 #include "chm/Sitemap.h"
 
 #include "platform/CodePage.h"
+#include "support/Fuzzing.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdint>
 
 namespace qmr::chm {
 namespace {
 
-// A small deterministic generator, so a failing case can be replayed from its seed.
-class XorShift {
-  public:
-    explicit XorShift(uint64_t seed) : m_state(seed * 2654435761u + 1) {}
-    uint32_t next() {
-        m_state ^= m_state << 13;
-        m_state ^= m_state >> 7;
-        m_state ^= m_state << 17;
-        return uint32_t(m_state);
-    }
-    uint32_t below(uint32_t n) { return n ? next() % n : 0; }
+using test::XorShift;
 
-  private:
-    uint64_t m_state;
-};
-
-const char* const kPieces[] = {"<",
-                               ">",
-                               "</",
-                               "/>",
-                               "<a href=\"",
-                               "<img src='",
-                               " src=",
-                               "\"",
-                               "'",
-                               "=",
-                               " ",
-                               "\n",
-                               "<!--",
-                               "-->",
-                               "<![CDATA[",
-                               "]]>",
-                               "<script>",
-                               "</script>",
-                               "<style>",
-                               "</style",
-                               "<title>",
-                               "</title>",
-                               "<svg>",
-                               "</svg>",
-                               "<meta charset=big5>",
-                               "<meta charset=\"utf-16\">",
-                               "<meta http-equiv=content-type content=\"text/html; charset=",
-                               "x-sjis",
-                               "gb2312",
-                               "\">",
-                               "url(",
-                               "url('",
-                               ")",
-                               "@import ",
-                               "/*",
-                               "*/",
-                               "srcset=\"a 1x, b",
-                               "style=\"background:url(",
-                               "&amp;",
-                               "&#",
-                               "&#x",
-                               "&",
-                               ";",
-                               "%",
-                               "%E4%B8",
-                               "%ZZ",
-                               "\\",
-                               "?",
-                               "#",
-                               "..",
-                               "../",
-                               "http:",
-                               "<ul>",
-                               "</ul>",
-                               "<li>",
-                               "<object type=\"text/sitemap\">",
-                               "</object>",
-                               "<param name=\"Name\" value=\"",
-                               "<param name=movie value=",
-                               "\xEF\xBB\xBF",
-                               "\xFF\xFE",
-                               "\xA4",
-                               "\xE4\xB8\xAD",
-                               "\xC3",
-                               "\xFF"};
+// clang-format off
+const char* const kPieces[] = {
+    "<", ">", "</", "/>", "<a href=\"", "<img src='", " src=", "\"", "'", "=", " ", "\n", "<!--",
+    "-->", "<![CDATA[", "]]>", "<script>", "</script>", "<style>", "</style", "<title>",
+    "</title>", "<svg>", "</svg>", "<meta charset=big5>", "<meta charset=\"utf-16\">",
+    "<meta http-equiv=content-type content=\"text/html; charset=", "x-sjis", "gb2312", "\">",
+    "url(", "url('", ")", "@import ", "/*", "*/", "srcset=\"a 1x, b", "style=\"background:url(",
+    "&amp;", "&#", "&#x", "&", ";", "%", "%E4%B8", "%ZZ", "\\", "?", "#", "..", "../", "http:",
+    "<ul>", "</ul>", "<li>", "<object type=\"text/sitemap\">", "</object>",
+    "<param name=\"Name\" value=\"", "<param name=movie value=", "\xEF\xBB\xBF", "\xFF\xFE",
+    "\xA4", "\xE4\xB8\xAD", "\xC3", "\xFF"};
+// clang-format on
 
 QByteArray RandomMarkup(XorShift& rng) {
     QByteArray html;
@@ -118,17 +50,11 @@ QByteArray RandomMarkup(XorShift& rng) {
     return html.left(int(rng.below(uint32_t(html.size()) + 1))); // now and then cut short
 }
 
-int Iterations() {
-    bool ok = false;
-    const int wanted = qEnvironmentVariableIntValue("QMR_FUZZ_ITERATIONS", &ok);
-    return ok && wanted > 0 ? wanted : 3000;
-}
-
 // Random markup never crashes the readers: tokens stay inside the page and come to an end,
 // references are clean, text has no runs of blanks. Run longer with QMR_FUZZ_ITERATIONS.
 TEST(MarkupFuzz, RandomMarkupIsReadWithoutHarm) {
     const CodePage big5(QStringLiteral("Big5"));
-    const int count = Iterations();
+    const int count = test::FuzzIterations(3000);
     for (int seed = 0; seed < count; ++seed) {
         XorShift rng{uint64_t(seed)};
         const QByteArray html = RandomMarkup(rng);

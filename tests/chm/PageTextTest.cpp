@@ -7,8 +7,8 @@
 namespace qmr::chm {
 namespace {
 
-// Pages in Big5, GB2312 and UTF-8, each declaring its charset its own way, and a UTF-16 one
-// known by its byte-order mark; the fallback is a code page none of them is in.
+// Pages in Big5, GB2312, Shift-JIS and UTF-8, each declaring its charset its own way, and a UTF-16
+// one known by its byte-order mark; the fallback is a code page none of them is in.
 TEST(PageText, DecodesTheDeclaredCharset) {
     const CodePage fallback(QStringLiteral("windows-1252"));
     struct Case {
@@ -26,6 +26,7 @@ TEST(PageText, DecodesTheDeclaredCharset) {
                   "中文", "中"},
              Case{"<meta charset=\"utf-8\"><title> \xE4\xB8\xAD  \xE6\x96\x87 </title>\xC3\xA9",
                   "中 文", "é"},
+             Case{"<meta charset=x-sjis><title>\x93\xFA\x96\x7B</title>", "日本", ""},
              Case{"\xEF\xBB\xBF<title>\xE4\xB8\xAD</title>", "中", ""},
              Case{QByteArray("\xFF\xFE<\0t\0i\0t\0l\0e\0>\0-N<\0/\0t\0i\0t\0l\0e\0>\0", 32), "中",
                   ""},
