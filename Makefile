@@ -4,9 +4,10 @@ JOBS ?= $(shell nproc)
 
 # Debian packages the build, the tests and the demo need.
 # chmcmd (fp-utils) compiles the e-books; 7z and extract_chmLib open them in the tests;
-# xmllint checks the catalogues Quillmere writes.
+# xmllint checks the catalogues Quillmere writes; python3-chm searches the books' full-text
+# index in the tests.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
-            libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils
+            libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils python3-chm
 
 BUILD := build
 SANITIZED := build-sanitize

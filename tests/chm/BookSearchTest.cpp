@@ -7,6 +7,8 @@
 #include "platform/CodePage.h"
 #include "support/TempFolder.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
 
 using namespace qmr::chm;
@@ -36,8 +38,14 @@ class BookSearch : public ::testing::Test {
             topics.push_back({QByteArray("page") + QByteArray::number(qulonglong(i)) + ".html",
                               encoding.encode(pages[i].title)});
         }
-        m_book = m_folder.write(QStringLiteral("book.chm"),
-                                MakePlainBook(topics, index.finish(), language));
+        const QByteArray book = MakePlainBook(topics, index.finish(), language);
+        m_book = m_folder.write(QStringLiteral("book.chm"), book);
+        // QMR_KEEP_BOOKS=folder keeps a copy of each book, to open it in a viewer by hand.
+        const QString keep = qEnvironmentVariable("QMR_KEEP_BOOKS");
+        if (!keep.isEmpty()) {
+            QFile copy(keep + QStringLiteral("/%1.chm").arg(codePage));
+            if (copy.open(QIODevice::WriteOnly)) copy.write(book);
+        }
     }
 
     QStringList search(const QString& word, bool wholeWords = false, bool titlesOnly = false) {
