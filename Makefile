@@ -5,10 +5,10 @@ JOBS ?= $(shell nproc)
 # Debian packages the build, the tests and the demo need.
 # chmcmd (fp-utils) compiles the e-books; 7z, extract_chmLib and libmspack open them in the
 # tests; xmllint checks the catalogues Quillmere writes; libmspack's and chmlib's LZX decoders
-# read back what the compiler compresses.
+# read back what the compiler compresses; python3-chm searches the books' full-text index.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
             libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils libmspack-dev \
-            libchm-dev
+            libchm-dev python3-chm
 
 BUILD := build
 SANITIZED := build-sanitize

@@ -13,11 +13,16 @@ SearchTextGenerator::SearchTextGenerator(Language language, int vocabulary, std:
     static const char* const syllables[] = {"ka", "ro",  "mi", "te",  "sun", "lo", "ber", "an",
                                             "di", "qua", "ex", "tor", "ne",  "vi", "sh",  "o"};
     std::uniform_int_distribution<int> syllable(0, 15), length(1, 5);
-    std::uniform_int_distribution<int> han(0x4E00, 0x4E00 + 3499);
+    // Chinese words of one to three characters (mostly two) from 3,500 characters, the first
+    // ones far more common than the last, as in real text.
+    std::uniform_real_distribution<double> unit(0, 1);
+    auto han = [&] { return char16_t(0x4E00 + int(3500 * unit(m_random) * unit(m_random))); };
     for (int i = 0; i < vocabulary; ++i) {
         QString w;
         if (language == Language::Chinese) {
-            w = QChar(char16_t(han(m_random)));
+            const double kind = unit(m_random);
+            for (int n = kind < 0.3 ? 1 : kind < 0.85 ? 2 : 3; n > 0; --n)
+                w += QChar(han());
         } else {
             for (int n = length(m_random); n > 0; --n)
                 w += QLatin1String(syllables[syllable(m_random)]);

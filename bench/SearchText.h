@@ -9,14 +9,14 @@
 namespace qmr::bench {
 
 // Page text for timing the full-text index: words drawn with Zipf's law from a made-up
-// vocabulary (English-like words of 2 to 12 letters, or Chinese characters in runs broken by
-// punctuation), the same text for the same seed.
+// vocabulary (English-like words of 2 to 12 letters, or Chinese words of one to three
+// characters in runs broken by punctuation), the same text for the same seed.
 class SearchTextGenerator {
   public:
     enum class Language { English, Chinese };
     SearchTextGenerator(Language language, int vocabulary, std::uint32_t seed = 1);
 
-    // About `words` words (characters, for Chinese) of text.
+    // About `words` words of text.
     QString page(int words);
 
   private:

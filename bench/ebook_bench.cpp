@@ -5,11 +5,11 @@
 
 #include "ScrapbookGenerator.h"
 
-#include "host/BuildHost.h"
 #include "catalogue/RdfReader.h"
 #include "ebook/EbookBuild.h"
 #include "ebook/EbookContext.h"
 #include "ebook/Sitemap.h"
+#include "host/BuildHost.h"
 #include "website/ListPage.h"
 
 #include "BenchMain.h"

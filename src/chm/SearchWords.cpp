@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include <unicode/ubrk.h>
+
 namespace qmr::chm {
 
 namespace {
@@ -80,9 +82,10 @@ quint32 SearchWordBreaker::breakText(QStringView text, quint32 location, const W
         } else if (kind == CharKind::EastAsian) {
             endWord(location, take);
             const qsizetype start = m_run.size();
-            if (encodeLower(c, m_run))
+            if (encodeLower(c, m_run)) {
                 m_runStarts.push_back(start);
-            else
+                m_runText.append(QChar::fromUcs4(c));
+            } else
                 endEastAsianRun(location, take);
         } else {
             endWord(location, take);
@@ -101,21 +104,54 @@ void SearchWordBreaker::endWord(quint32& location, const WordSink& take) {
     m_word.clear();
 }
 
+// Where the dictionary sees words of two or more characters in the run: per character, the
+// number of characters of the word starting there (0 where none starts).
+std::vector<int> SearchWordBreaker::dictionaryWords() {
+    std::vector<int> lengths(m_runStarts.size(), 0);
+    UErrorCode status = U_ZERO_ERROR;
+    if (!m_dictionary) {
+        m_dictionary.reset(ubrk_open(UBRK_WORD, "zh", nullptr, 0, &status));
+        if (U_FAILURE(status)) m_dictionary.reset();
+    }
+    if (!m_dictionary) return lengths;
+    ubrk_setText(m_dictionary.get(), reinterpret_cast<const UChar*>(m_runText.utf16()),
+                 int32_t(m_runText.size()), &status);
+    if (U_FAILURE(status)) return lengths;
+    // The run's characters by the UTF-16 unit they start at.
+    std::vector<int> charAt(size_t(m_runText.size()) + 1, -1);
+    for (int i = 0, unit = 0; i < int(m_runStarts.size()); ++i) {
+        charAt[size_t(unit)] = i;
+        unit += QChar::isHighSurrogate(m_runText[unit].unicode()) ? 2 : 1;
+    }
+    charAt.back() = int(m_runStarts.size());
+    int from = ubrk_first(m_dictionary.get());
+    for (int to = ubrk_next(m_dictionary.get()); to != UBRK_DONE;
+         from = to, to = ubrk_next(m_dictionary.get())) {
+        const int first = charAt[size_t(from)], end = charAt[size_t(to)];
+        if (first >= 0 && end > first + 1) lengths[size_t(first)] = end - first;
+    }
+    return lengths;
+}
+
 void SearchWordBreaker::endEastAsianRun(quint32& location, const WordSink& take) {
-    const qsizetype count = qsizetype(m_runStarts.size());
-    for (qsizetype i = 0; i < count; ++i) {
-        const qsizetype start = m_runStarts[size_t(i)];
-        const qsizetype next = i + 1 < count ? m_runStarts[size_t(i + 1)] : m_run.size();
-        take(QByteArrayView(m_run).sliced(start, next - start), location);
-        if (i + 1 < count) {
-            const qsizetype last = std::min(count, i + kEastAsianWordLength);
-            const qsizetype end = last < count ? m_runStarts[size_t(last)] : m_run.size();
-            take(QByteArrayView(m_run).sliced(start, end - start), location);
+    const int count = int(m_runStarts.size());
+    const std::vector<int> words = count > 1 ? dictionaryWords() : std::vector<int>(1, 0);
+    auto bytesOf = [&](int first, int end) {
+        const qsizetype from = m_runStarts[size_t(first)];
+        const qsizetype to = end < count ? m_runStarts[size_t(end)] : m_run.size();
+        return QByteArrayView(m_run).sliced(from, to - from);
+    };
+    for (int i = 0; i < count; ++i) {
+        take(bytesOf(i, i + 1), location);
+        if (words[size_t(i)] > 0) {
+            const QByteArrayView word = bytesOf(i, i + words[size_t(i)]);
+            if (word.size() <= kLongestWord) take(word, location);
         }
         ++location;
     }
     m_run.clear();
     m_runStarts.clear();
+    m_runText.clear();
 }
 
 } // namespace qmr::chm

@@ -6,7 +6,10 @@
 #include <QByteArrayView>
 #include <QStringView>
 
+#include <unicode/ubrk.h>
+
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace qmr::chm {
@@ -16,16 +19,18 @@ namespace qmr::chm {
 // the user typed (or its start, for a partial match), so:
 // - letters, digits and combining marks make words; anything else separates them, and so do
 //   characters the code page lacks;
-// - Chinese and Japanese text has no blanks between words, so every character of such a run is
-//   a word by itself and also starts a word of the run's next characters (up to
-//   kEastAsianWordLength of them): a search for a word of the run, or for its start, finds
-//   the topic, and a search for a single character finds it too.
+// - Chinese and Japanese text has no blanks between words, and the readers look up what the
+//   user typed as one stored word (or the start of one), not character by character. So every
+//   character of such a run is a word by itself, and every word of two or more characters
+//   that ICU's dictionary finds in the run is a word too, at the place of its first
+//   character: a search for a single character or for a dictionary word finds the topic. The
+//   dictionary keeps the number of different words bounded, as every pair of characters would
+//   not.
 class SearchWordBreaker {
   public:
     // Longest word the index stores, in bytes; longer ones (long numbers, encoded data) are
     // left out, as the readers keep words shorter than this.
     static constexpr int kLongestWord = 99;
-    static constexpr int kEastAsianWordLength = 4; // characters
 
     using WordSink = std::function<void(QByteArrayView word, quint32 location)>;
 
@@ -43,6 +48,11 @@ class SearchWordBreaker {
     bool encodeLower(char32_t c, QByteArray& out);
     void endWord(quint32& location, const WordSink& take);
     void endEastAsianRun(quint32& location, const WordSink& take);
+    std::vector<int> dictionaryWords();
+
+    struct BreakIteratorClose {
+        void operator()(UBreakIterator* iterator) const { ubrk_close(iterator); }
+    };
 
     CodePage m_codePage;
     std::vector<quint32>
@@ -50,6 +60,8 @@ class SearchWordBreaker {
     QByteArray m_word;
     QByteArray m_run;                   // the encoded characters of a Chinese or Japanese run
     std::vector<qsizetype> m_runStarts; // where each of them starts in m_run
+    QString m_runText;                  // the run as it stands in the text
+    std::unique_ptr<UBreakIterator, BreakIteratorClose> m_dictionary;
 };
 
 } // namespace qmr::chm

@@ -7,6 +7,9 @@
 #include "platform/CodePage.h"
 #include "support/TempFolder.h"
 
+#include <QFile>
+#include <QtEndian>
+
 #include <gtest/gtest.h>
 
 using namespace qmr::chm;
@@ -26,7 +29,8 @@ class BookSearch : public ::testing::Test {
             GTEST_SKIP() << "python3-chm is not installed: the books cannot be searched";
     }
 
-    void makeBook(quint32 language, const QString& codePage, const std::vector<Page>& pages) {
+    // Returns the book's full-text index.
+    QByteArray makeBook(quint32 language, const QString& codePage, const std::vector<Page>& pages) {
         m_codePage = codePage;
         FullTextIndex index(language);
         std::vector<PlainBookTopic> topics;
@@ -36,8 +40,16 @@ class BookSearch : public ::testing::Test {
             topics.push_back({QByteArray("page") + QByteArray::number(qulonglong(i)) + ".html",
                               encoding.encode(pages[i].title)});
         }
-        m_book = m_folder.write(QStringLiteral("book.chm"),
-                                MakePlainBook(topics, index.finish(), language));
+        const QByteArray fullText = index.finish();
+        const QByteArray book = MakePlainBook(topics, fullText, language);
+        m_book = m_folder.write(QStringLiteral("book.chm"), book);
+        // QMR_KEEP_BOOKS=folder keeps a copy of each book, to open it in a viewer by hand.
+        const QString keep = qEnvironmentVariable("QMR_KEEP_BOOKS");
+        if (!keep.isEmpty()) {
+            QFile copy(keep + QStringLiteral("/%1.chm").arg(codePage));
+            if (copy.open(QIODevice::WriteOnly)) copy.write(book);
+        }
+        return fullText;
     }
 
     QStringList search(const QString& word, bool wholeWords = false, bool titlesOnly = false) {
@@ -86,7 +98,8 @@ TEST_F(BookSearch, ChineseWordsInBig5AndGb2312Books) {
         SCOPED_TRACE(codePage.toStdString());
         makeBook(language, codePage, pages);
         const QString university = QStringLiteral("\u5927\u5B78");
-        EXPECT_EQ(search(QStringLiteral("\u5317\u4EAC\u5927\u5B78")), QStringList{university});
+        EXPECT_EQ(search(QStringLiteral("\u5317\u4EAC")), QStringList{university});
+        EXPECT_EQ(search(QStringLiteral("\u5927\u5B78"), true), QStringList{university});
         EXPECT_EQ(search(QStringLiteral("\u4E2D\u6587")), QStringList{university});
         EXPECT_EQ(search(QStringLiteral("\u4E2D"), true),
                   (QStringList{QStringLiteral("\u5730\u5716"), university}));
@@ -94,4 +107,26 @@ TEST_F(BookSearch, ChineseWordsInBig5AndGb2312Books) {
                   QStringList{QStringLiteral("\u9996\u9801")});
         EXPECT_TRUE(search(QStringLiteral("\u65E5\u672C")).isEmpty());
     }
+}
+
+TEST_F(BookSearch, ManyWordsKeepATreeTheReaderCanDescend) {
+    std::vector<Page> pages;
+    for (int topic = 0; topic < 200; ++topic) {
+        QString text;
+        for (int i = 0; i < 1000; ++i)
+            text += QStringLiteral("w%1x%2 shared ").arg(topic).arg(i);
+        pages.push_back({QStringLiteral("Page %1").arg(topic), text});
+    }
+    const QByteArray index = makeBook(0x409, QStringLiteral("windows-1252"), pages);
+    // The reader cannot descend more than one index node, so the nodes grew instead.
+    EXPECT_EQ(qFromLittleEndian<quint16>(index.constData() + 0x18), 2);
+    EXPECT_GT(qFromLittleEndian<quint32>(index.constData() + 0x2E), 4096u);
+    for (int topic : {0, 57, 131, 199}) {
+        for (int i : {0, 500, 999}) {
+            EXPECT_EQ(search(QStringLiteral("w%1x%2").arg(topic).arg(i), true),
+                      QStringList{QStringLiteral("Page %1").arg(topic)});
+        }
+    }
+    EXPECT_EQ(search(QStringLiteral("shared"), true).size(), 200);
+    EXPECT_EQ(search(QStringLiteral("w19")).size(), 11); // w19x.., w190x.. to w199x..: many leaves
 }

@@ -88,13 +88,22 @@ QByteArray MakePlainBook(const std::vector<PlainBookTopic>& topics, const QByteA
         Put32(urlStrings, 0);
         urlStrings.append(topics[i].path + '\0');
     }
-    std::vector<std::pair<QByteArray, QByteArray>> files{{"/#STRINGS", strings},
-                                                         {"/#TOPICS", topicTable},
-                                                         {"/#URLTBL", urlTable},
-                                                         {"/#URLSTR", urlStrings},
-                                                         {"/$FIftiMain", fullText}};
+    // #SYSTEM: the first topic opens the book; the language tells a viewer the code page.
+    QByteArray system;
+    Put32(system, 3);
+    const QByteArray home = topics.empty() ? QByteArray() : topics.front().path + '\0';
+    Put16(system, 2);
+    Put16(system, quint16(home.size()));
+    system.append(home);
+    Put16(system, 4);
+    Put16(system, 28);
+    for (quint32 value : {languageId, 0u, 1u, 0u, 0u, 0u, 0u})
+        Put32(system, value);
+    std::vector<std::pair<QByteArray, QByteArray>> files{
+        {"/#SYSTEM", system},   {"/#STRINGS", strings},   {"/#TOPICS", topicTable},
+        {"/#URLTBL", urlTable}, {"/#URLSTR", urlStrings}, {"/$FIftiMain", fullText}};
     for (const PlainBookTopic& topic : topics)
-        files.emplace_back('/' + topic.path, QByteArray("<html></html>"));
+        files.emplace_back('/' + topic.path, "<html><body>" + topic.title + "</body></html>");
 
     const QByteArray directory = Directory(files);
     QByteArray content;

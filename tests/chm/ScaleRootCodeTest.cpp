@@ -23,21 +23,11 @@ TEST(ScaleRootCode, WritesTheBitsTheReadersTake) {
     writer.write(2, 0);
     writer.write(5, 0);
     writer.padToByte();
-    writer.padToByte(); // nothing pending: no empty byte
-    EXPECT_EQ(out, QByteArray::fromHex("40ce40"));
-}
-
-TEST(ScaleRootCode, LargestValuesAndRoots) {
-    QByteArray out;
-    {
-        ScaleRootWriter writer(out);
-        writer.write(0xFFFFFFFF, 0);  // 32 ones, a 0, 31 ones
-        writer.write(0xFFFFFFFF, 32); // a 0, 32 ones
-    }
-    EXPECT_EQ(out.toHex(), "ffffffff7fffffff7fffffff80");
-    EXPECT_EQ(ScaleRootBitCount(32, 0), 64);
-    EXPECT_EQ(ScaleRootBitCount(0, 3), 4);
-    EXPECT_EQ(ScaleRootBitCount(5, 3), 7);
+    writer.padToByte();           // nothing pending: no empty byte
+    writer.write(0xFFFFFFFF, 0);  // 32 ones, a 0, 31 ones
+    writer.write(0xFFFFFFFF, 32); // a 0, 32 ones
+    writer.padToByte();
+    EXPECT_EQ(out.toHex(), "40ce40ffffffff7fffffff7fffffff80");
 }
 
 TEST(ScaleRootCode, BestRootWritesFewestBits) {
@@ -50,9 +40,6 @@ TEST(ScaleRootCode, BestRootWritesFewestBits) {
     BitLengthCounts places;
     for (quint32 value = 16; value < 32; ++value)
         places.add(value); // all of bit length 5: roots 4 and 5 cost 6 bits, 4 comes first
-    EXPECT_EQ(places.bestRoot(), 4);
-    places.add(0);
-    places.add(1);
     EXPECT_EQ(places.bestRoot(), 4);
 
     EXPECT_EQ(BitLengthCounts().bestRoot(), 0);
