@@ -111,17 +111,24 @@ Records EncodeRecords(const QList<Keyword>& keywords) {
 struct Block {
     QByteArray entries;
     int count = 0;
-    quint32 firstRecord = 0;
+    quint32 firstRecord = 0; // the number of its first record among those packed
+    QByteArray firstKey;     // and that record's name and fields, for the level above
 };
 
-std::vector<Block> PackBlocks(const std::vector<QByteArray>& records) {
+std::vector<Block> PackBlocks(const std::vector<QByteArray>& records,
+                              const std::vector<QByteArray>& keys) {
     std::vector<Block> blocks(1);
     for (size_t i = 0; i < records.size(); ++i) {
         if (blocks.back().count > 0 &&
             kBlockHeaderSize + blocks.back().entries.size() + records[i].size() > kBlockSize)
-            blocks.push_back(Block{{}, 0, quint32(i)});
-        blocks.back().entries.append(records[i]);
-        ++blocks.back().count;
+            blocks.emplace_back();
+        Block& block = blocks.back();
+        if (block.count == 0) {
+            block.firstRecord = quint32(i);
+            block.firstKey = keys[i];
+        }
+        block.entries.append(records[i]);
+        ++block.count;
     }
     return blocks;
 }
@@ -138,19 +145,18 @@ QByteArray BlockBytes(const Block& block, quint32 previous, quint32 next) {
     return bytes;
 }
 
-// An index level above `blocks`: for each child block after the first, its first keyword and
-// the child's number.
-std::vector<Block> IndexLevel(const std::vector<Block>& children, quint32 firstChild,
-                              const Records& records) {
-    std::vector<QByteArray> entries;
+// An index level above `children`: for each child block, its first keyword and its number.
+std::vector<Block> IndexLevel(const std::vector<Block>& children, quint32 firstChild) {
+    std::vector<QByteArray> entries, keys;
     for (size_t i = 0; i < children.size(); ++i) {
-        QByteArray entry = records.keys[children[i].firstRecord];
+        QByteArray entry = children[i].firstKey;
         ByteWriter out(entry);
         out.u32(0); // no topics
         out.u32(firstChild + quint32(i));
         entries.push_back(entry);
+        keys.push_back(children[i].firstKey);
     }
-    return PackBlocks(entries);
+    return PackBlocks(entries, keys);
 }
 
 QByteArray Header(quint32 lastListing, quint32 root, quint32 blocks, quint16 depth,
@@ -207,12 +213,12 @@ QList<Keyword> CollectKeywords(const Sitemap& index, const TopicFinder& finder) 
 KeywordLinks MakeKeywordLinks(const QList<Keyword>& keywords, quint32 languageId,
                               quint32 codePageNumber) {
     const Records records = EncodeRecords(keywords);
-    const std::vector<Block> listing = PackBlocks(records.bytes);
+    const std::vector<Block> listing = PackBlocks(records.bytes, records.keys);
     std::vector<std::vector<Block>> levels{listing};
     quint32 blockCount = quint32(listing.size());
     quint32 firstOfLevel = 0;
     while (levels.back().size() > 1) {
-        levels.push_back(IndexLevel(levels.back(), firstOfLevel, records));
+        levels.push_back(IndexLevel(levels.back(), firstOfLevel));
         firstOfLevel = blockCount;
         blockCount += quint32(levels.back().size());
     }

@@ -1,4 +1,5 @@
 #include "chm/InternalFiles.h"
+#include "chm/KeywordIndex.h"
 
 #include "support/BookReaders.h"
 
@@ -148,4 +149,46 @@ TEST(InternalFiles, SystemAndWindowsCarryTheProjectsOptions) {
         {0x6C, 41},      {0x70, 0x70387E}, {0x9C, 0},     {0xA4, 0}};
     for (const auto& [offset, value] : expected)
         EXPECT_EQ(at(offset), value) << "window field at 0x" << std::hex << offset;
+}
+
+// Long keywords fill blocks fast: several levels of index blocks stand above the listing.
+TEST(InternalFiles, ManyKeywordsGetIndexBlocksLevelByLevel) {
+    QList<Keyword> keywords;
+    for (int i = 0; i < 100; ++i)
+        keywords.append({QStringLiteral("%1").arg(i, 3, 10, QLatin1Char('0')).repeated(67),
+                         0,
+                         0,
+                         {quint32(i)},
+                         {}});
+    const QByteArray btree = MakeKeywordLinks(keywords, 0x409, 1252).btree;
+    const auto u16 = [&](qsizetype at) { return uchar(btree[at]) | uchar(btree[at + 1]) << 8; };
+    const auto u32 = [&](qsizetype at) { return quint32(u16(at)) | quint32(u16(at + 2)) << 16; };
+    const quint32 blocks = u32(0x26);
+    ASSERT_EQ(btree.size(), 0x4C + 2048 * qsizetype(blocks));
+    EXPECT_EQ(u32(0x1E), blocks - 1) << "the root is the last block";
+    EXPECT_EQ(u16(0x2A), 4) << "listing and three index levels";
+    // Reading the listing blocks one after another, as viewers do, gives every keyword in order.
+    int read = 0;
+    for (quint32 block = 0; block != 0xFFFFFFFF; block = u32(0x4C + 2048 * block + 8)) {
+        const qsizetype start = 0x4C + 2048 * block;
+        for (int entry = 0; entry < u16(start + 2); ++entry, ++read) {
+            const QString number = QStringLiteral("%1").arg(read, 3, 10, QLatin1Char('0'));
+            EXPECT_EQ(btree.mid(start + 12 + entry * 432, 6),
+                      QByteArray(reinterpret_cast<const char*>(number.utf16()), 6))
+                << "keyword " << read;
+        }
+        ASSERT_LE(read, 100);
+    }
+    EXPECT_EQ(read, 100);
+    // Every index entry names the first keyword of the block it points to.
+    for (quint32 block = u32(0x1A) + 1; block < blocks; ++block) {
+        const qsizetype start = 0x4C + 2048 * block;
+        for (int entry = 0; entry < u16(start + 2); ++entry) {
+            const qsizetype at = start + 12 + entry * 424;
+            const quint32 child = u32(at + 420);
+            ASSERT_LT(child, block);
+            EXPECT_EQ(btree.mid(at, 6), btree.mid(0x4C + 2048 * child + 12, 6))
+                << "block " << block << " entry " << entry;
+        }
+    }
 }
