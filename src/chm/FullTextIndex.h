@@ -19,10 +19,15 @@ class FullTextIndex {
     FullTextIndex& operator=(const FullTextIndex&) = delete;
 
     // One topic's text (its title and its visible text, markup already removed). Topics are
-    // added in topic-number order (the order of #TOPICS), each once.
+    // added in topic-number order (the order of #TOPICS), each once; a topic whose number is
+    // not above the one before is left out. Title words are indexed twice: with the text, and
+    // as title words for a reader's "titles only" search.
     void addTopic(quint32 topicNumber, const QString& title, const QString& text);
 
-    // The $FIftiMain file. Memory stays well below the text's own size.
+    // The $FIftiMain file; empty when no topic held a word to index (a book then packs no
+    // $FIftiMain, as a reader's search would stumble over an index without words). Called
+    // once, after the last topic. Memory stays well below the text's own size: the places of
+    // the words are kept packed as they arrive.
     QByteArray finish();
 
   private:

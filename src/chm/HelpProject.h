@@ -12,6 +12,9 @@ namespace qmr::chm {
 //   name="caption","contents","index","default topic","home",jump 1 text,jump 1 url,
 //   jump 2 text,jump 2 url,navigation style,navigation width,buttons,[left,top,right,bottom],
 //   window style,extended style,show state,navigation closed,default tab,tab position,unused
+// The group [left,top,right,bottom] is one field, "left,top,right,bottom" without brackets.
+// The caption and the two jump labels are texts in the project's code page; the other fields
+// name files (the file system's bytes) or are numbers.
 struct HelpWindow {
     QString name;
     QStringList fields; // the values after "=", quotes removed, in order; empty where left out
@@ -42,10 +45,15 @@ struct HelpProject {
     QList<int> fileLines; // the project line (1-based) of each of `files`, for messages
 };
 
-// Reads the project at `path`. Texts are decoded with the code page of the project's language
-// (the Language= line); [FILES] names, "Compiled file=" and "Default topic=" keep the file
-// system's bytes. A project that cannot be read or names no output is an error in `log`;
-// false then.
+// Reads the project at `path`: keys in any case with blanks around "=", CR LF or LF lines,
+// "\" taken as "/" in paths, [FILES] without its blank and ";" comment lines, and sections the
+// compiler has no use for ([ALIAS], [MAP], [TEXT POPUPS], [INFOTYPES], ...) skipped. Texts are
+// decoded with the code page of the project's language (the Language= line, wherever it
+// stands); file names ([FILES], "Compiled file=", "Default topic=", the contents, index and
+// error log files) keep the file system's bytes. A project that cannot be read, names no
+// output, or has a line that cannot be made sense of ([OPTIONS] and [WINDOWS] lines without
+// "=", a flag other than Yes or No, a language that is no number, an unclosed quote) gives
+// errors in `log` naming the file and line; false then.
 bool ReadHelpProject(const QString& path, HelpProject& project, CompileLog& log);
 
 } // namespace qmr::chm

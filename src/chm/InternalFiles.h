@@ -4,6 +4,7 @@
 #include "chm/Sitemap.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QList>
 #include <QString>
 
@@ -22,6 +23,9 @@ struct BookContents {
     Sitemap contents;            // the project's contents file as read; empty when it names none
     Sitemap index;               // the project's index file as read; empty when it names none
     bool fullTextSearch = false; // a $FIftiMain is packed beside them
+    // When the book was compiled, as #SYSTEM and #IDXHDR record it; now when not valid. Given,
+    // the same contents always make the same bytes.
+    QDateTime compiledAt;
 };
 
 // One file the compiler makes itself rather than packing from the project folder.
@@ -31,7 +35,8 @@ struct InternalFile {
     bool compressed = true; // packed in the LZX section; false: the uncompressed section
 };
 
-// #SYSTEM, #WINDOWS, #STRINGS, #TOPICS, #URLTBL, #URLSTR, #IDXHDR, #ITBITS and, when the
+// #SYSTEM, #WINDOWS, #STRINGS, #TOPICS, #URLTBL, #URLSTR, #IDXHDR (#ITBITS is the writer's:
+// ChmWriter adds it) and, when the
 // project asks for a binary index and names an index file, $WWKeywordLinks/ (BTree, Data, Map,
 // Property). Titles and keywords are stored as readers expect them for the book's language.
 QList<InternalFile> MakeInternalFiles(const BookContents& book);

@@ -1,31 +1,14 @@
 #include "catalogue/RdfReader.h"
 
+#include "support/Fuzzing.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-
-using namespace Qt::StringLiterals;
-
 namespace qmr {
 namespace {
 
-// A small deterministic generator, so a failing case can be replayed from its seed.
-class XorShift {
-  public:
-    explicit XorShift(uint64_t seed) : m_state(seed * 2654435761u + 1) {}
-    uint32_t next() {
-        m_state ^= m_state << 13;
-        m_state ^= m_state >> 7;
-        m_state ^= m_state << 17;
-        return uint32_t(m_state);
-    }
-    uint32_t below(uint32_t n) { return n ? next() % n : 0; }
-
-  private:
-    uint64_t m_state;
-};
+using test::XorShift;
 
 const char* const kPieces[] = {
     "<RDF:Description RDF:about=\"urn:scrapbook:item1\"\n",
@@ -65,12 +48,6 @@ QByteArray randomCatalogue(XorShift& rng) {
     return rdf;
 }
 
-int iterations() {
-    bool ok = false;
-    const int wanted = qEnvironmentVariableIntValue("QMR_FUZZ_ITERATIONS", &ok);
-    return ok && wanted > 0 ? wanted : 4000;
-}
-
 // Random catalogues either load or are refused with a message; the reader never crashes, and
 // a refused load leaves no items behind. Run longer with QMR_FUZZ_ITERATIONS=200000.
 TEST(RdfReaderFuzz, RandomCataloguesLoadOrAreRefusedCleanly) {
@@ -78,11 +55,11 @@ TEST(RdfReaderFuzz, RandomCataloguesLoadOrAreRefusedCleanly) {
     CatalogueLimits limits;
     limits.maxLines = 40;
     limits.maxItems = 6;
-    const int count = iterations();
+    const int count = test::FuzzIterations(4000);
     for (int seed = 0; seed < count; ++seed) {
         XorShift rng{uint64_t(seed)};
         const QByteArray rdf = randomCatalogue(rng);
-        folder.write(u"scrapbook.rdf"_s, rdf);
+        folder.write(QStringLiteral("scrapbook.rdf"), rdf);
         Catalogue catalogue;
         InputError error;
         if (RecodeAndLoadCatalogue(folder.path(), catalogue, &error, limits)) {

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include <memory>
+#include <mutex>
+
+namespace qmr::chm {
+
+// Finds files below one root folder by their path, as the folders' listings spell them. Each
+// folder is listed once, when first needed; any number of threads may ask at once.
+class FolderListings {
+  public:
+    explicit FolderListings(const QString& root); // absolute, ending in "/"
+    FolderListings(const FolderListings&) = delete;
+    FolderListings& operator=(const FolderListings&) = delete;
+    ~FolderListings();
+
+    // The file at `relative` ("data/1/a.png": below the root, "/" between folders, no "." or
+    // ".." parts) with the spelling on disk. Where a folder or the file has no entry of exactly
+    // that name, an entry differing only in case is taken (the first in code-point order when
+    // several do). Empty when there is no such file (or it is a folder).
+    QString findFile(const QString& relative);
+
+  private:
+    struct Listing {
+        QHash<QString, bool> isFolder;     // every entry by its name
+        QHash<QString, QString> byFolding; // case-folded name to the entry's name
+    };
+    const Listing& listing(const QString& folder);
+    // findFile without the memory of earlier answers.
+    QString walkTo(const QString& relative);
+    // The entry of `listing` named `name`, or differing only in case; null when none.
+    static const QString* entry(const Listing& listing, const QString& name, bool& isFolder);
+
+    QString m_root;
+    std::mutex m_mutex;
+    QHash<QString, std::shared_ptr<const Listing>> m_listings;
+    QHash<QString, QString> m_found; // every path asked for, and the answer
+};
+
+} // namespace qmr::chm

@@ -1,0 +1,268 @@
+#include "chm/FullTextIndex.h"
+
+#include "chm/BookLanguage.h"
+#include "chm/ScaleRootCode.h"
+#include "chm/SearchWords.h"
+#include "chm/WordTree.h"
+
+#include <QHashFunctions>
+#include <QtEndian>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace qmr::chm {
+
+namespace {
+
+constexpr qsizetype kHeaderSize = 0x400;
+
+// One entry of the index: a word, or the same word's places in titles, with its location codes
+// packed as they arrive (per topic: the step from the topic before, how many places, and the
+// steps between places, as 7-bit groups) until the index is written.
+struct WordEntry {
+    quint32 textOffset = 0;
+    quint8 textLength = 0;
+    bool inTitle = false;
+    quint32 lastTopic = 0;
+    quint32 topicCount = 0;
+    std::vector<quint8> packed;
+};
+
+void Pack(std::vector<quint8>& out, quint32 value) {
+    // Grown by a quarter at a time rather than doubled: the packed places are most of the
+    // index's memory while it is built, and a common word's buffer gets large.
+    if (out.capacity() - out.size() < 5) out.reserve(out.size() + out.size() / 4 + 8);
+    while (value >= 0x80) {
+        out.push_back(quint8(0x80 | (value & 0x7F)));
+        value >>= 7;
+    }
+    out.push_back(quint8(value));
+}
+
+quint32 Unpack(const std::vector<quint8>& in, size_t& at) {
+    quint32 value = 0;
+    for (int shift = 0;; shift += 7) {
+        const quint8 byte = in[at++];
+        value |= quint32(byte & 0x7F) << shift;
+        if (!(byte & 0x80)) return value;
+    }
+}
+
+quint32 WindowsCodePageNumber(const QString& converterName) {
+    return converterName.section(QLatin1Char('-'), 1).toUInt();
+}
+
+struct WordRoots {
+    int topic = 0;
+    int count = 0;
+    int location = 0;
+};
+
+} // namespace
+
+struct FullTextIndex::Data {
+    explicit Data(quint32 language)
+        : languageId(language), codePage(CodePageOfLanguage(language)), breaker(codePage) {}
+
+    quint32 wordId(QByteArrayView word, bool inTitle);
+    void growSlots();
+    QByteArrayView textOf(const WordEntry& entry) const {
+        return QByteArrayView(wordText).sliced(entry.textOffset, entry.textLength);
+    }
+    void addPlaces(quint32 topicNumber);
+    void appendLocationCodes(QByteArray& file, WordEntry& entry, const WordRoots& roots) const;
+    void writeHeader(QByteArray& file, const WordTreeShape& tree, const WordRoots& roots) const;
+
+    quint32 languageId;
+    QString codePage;
+    SearchWordBreaker breaker;
+    QByteArray wordText;          // every entry's word, one after another
+    std::vector<WordEntry> words; // by word id
+    std::vector<quint32> slots;   // hash table of word ids + 1; 0 marks a free slot
+    std::vector<std::pair<quint32, quint32>> places; // (word id, location) of the current topic
+    BitLengthCounts topicSteps, codeCounts, locationSteps;
+    quint32 topicsIndexed = 0;
+    quint32 lastTopic = 0;
+    quint64 wordsIndexed = 0;
+    quint64 indexedLength = 0;
+    quint32 longestWord = 0;
+};
+
+quint32 FullTextIndex::Data::wordId(QByteArrayView word, bool inTitle) {
+    if (slots.size() < 2 * words.size() + 2) growSlots();
+    const size_t mask = slots.size() - 1;
+    for (size_t slot = (qHash(word) ^ size_t(inTitle)) & mask;; slot = (slot + 1) & mask) {
+        if (slots[slot] == 0) {
+            WordEntry entry;
+            entry.textOffset = quint32(wordText.size());
+            entry.textLength = quint8(word.size());
+            entry.inTitle = inTitle;
+            wordText.append(word);
+            words.push_back(std::move(entry));
+            slots[slot] = quint32(words.size());
+            if (!inTitle) {
+                longestWord = std::max(longestWord, quint32(word.size()));
+            }
+            return quint32(words.size() - 1);
+        }
+        const WordEntry& known = words[slots[slot] - 1];
+        if (known.inTitle == inTitle && textOf(known) == word) return slots[slot] - 1;
+    }
+}
+
+void FullTextIndex::Data::growSlots() {
+    std::vector<quint32> grown(std::max<size_t>(1024, slots.size() * 2), 0);
+    const size_t mask = grown.size() - 1;
+    for (quint32 id = 0; id < words.size(); ++id) {
+        size_t slot = (qHash(textOf(words[id])) ^ size_t(words[id].inTitle)) & mask;
+        while (grown[slot] != 0)
+            slot = (slot + 1) & mask;
+        grown[slot] = id + 1;
+    }
+    slots.swap(grown);
+}
+
+// Places arrive in location order, so sorting by word keeps each word's places in order.
+void FullTextIndex::Data::addPlaces(quint32 topicNumber) {
+    std::sort(places.begin(), places.end());
+    for (size_t first = 0; first < places.size();) {
+        size_t end = first + 1;
+        while (end < places.size() && places[end].first == places[first].first)
+            ++end;
+        WordEntry& entry = words[places[first].first];
+        const quint32 step = entry.topicCount == 0 ? topicNumber : topicNumber - entry.lastTopic;
+        Pack(entry.packed, step);
+        topicSteps.add(step);
+        Pack(entry.packed, quint32(end - first));
+        codeCounts.add(quint32(end - first));
+        quint32 previous = 0;
+        for (size_t i = first; i < end; ++i) {
+            const quint32 location = places[i].second - previous;
+            Pack(entry.packed, location);
+            locationSteps.add(location);
+            previous = places[i].second;
+        }
+        entry.lastTopic = topicNumber;
+        ++entry.topicCount;
+        first = end;
+    }
+    places.clear();
+}
+
+FullTextIndex::FullTextIndex(quint32 languageId) : m_data(std::make_unique<Data>(languageId)) {}
+
+FullTextIndex::~FullTextIndex() = default;
+
+void FullTextIndex::addTopic(quint32 topicNumber, const QString& title, const QString& text) {
+    Data& d = *m_data;
+    if (d.topicsIndexed > 0 && topicNumber <= d.lastTopic)
+        return; // out of order: the location codes could not name it
+    auto inBody = [&](QByteArrayView word, quint32 location) {
+        d.places.emplace_back(d.wordId(word, false), location);
+        ++d.wordsIndexed;
+        d.indexedLength += quint64(word.size());
+    };
+    auto inTitle = [&](QByteArrayView word, quint32 location) {
+        inBody(word, location);
+        d.places.emplace_back(d.wordId(word, true), location);
+    };
+    const quint32 afterTitle = d.breaker.breakText(title, 0, inTitle);
+    d.breaker.breakText(text, afterTitle, inBody);
+    d.addPlaces(topicNumber);
+    d.lastTopic = topicNumber;
+    ++d.topicsIndexed;
+}
+
+void FullTextIndex::Data::appendLocationCodes(QByteArray& file, WordEntry& entry,
+                                              const WordRoots& roots) const {
+    ScaleRootWriter writer(file);
+    size_t at = 0;
+    while (at < entry.packed.size()) {
+        writer.write(Unpack(entry.packed, at), roots.topic);
+        const quint32 count = Unpack(entry.packed, at);
+        writer.write(count, roots.count);
+        for (quint32 i = 0; i < count; ++i)
+            writer.write(Unpack(entry.packed, at), roots.location);
+        writer.padToByte();
+    }
+    std::vector<quint8>().swap(entry.packed); // written: its memory is no longer needed
+}
+
+void FullTextIndex::Data::writeHeader(QByteArray& file, const WordTreeShape& tree,
+                                      const WordRoots& roots) const {
+    char* header = file.data();
+    auto put32 = [&](int offset, quint32 value) { qToLittleEndian(value, header + offset); };
+    quint64 uniqueLength = 0;
+    quint32 uniqueWords = 0;
+    for (const WordEntry& entry : words) {
+        if (!entry.inTitle) {
+            uniqueLength += entry.textLength;
+            ++uniqueWords;
+        }
+    }
+    header[2] = 0x28;
+    put32(0x04, topicsIndexed);
+    put32(0x08, tree.rootOffset);
+    put32(0x10, tree.leafCount);
+    put32(0x14, tree.rootOffset);
+    qToLittleEndian(tree.depth, header + 0x18);
+    put32(0x1A, 7);
+    header[0x1E] = 2;
+    header[0x1F] = char(roots.topic);
+    header[0x20] = 2;
+    header[0x21] = char(roots.count);
+    header[0x22] = 2;
+    header[0x23] = char(roots.location);
+    put32(0x2E, tree.nodeSize);
+    put32(0x3E, longestWord);
+    put32(0x42, quint32(std::min<quint64>(wordsIndexed, 0xFFFFFFFF)));
+    put32(0x46, uniqueWords);
+    qToLittleEndian(indexedLength, header + 0x4A);
+    put32(0x52, quint32(std::min<quint64>(uniqueLength, 0xFFFFFFFF)));
+    put32(0x56, tree.lastLeafFreeSpace);
+    put32(0x5E, topicsIndexed - 1);
+    put32(0x7A, WindowsCodePageNumber(codePage));
+    put32(0x7E, languageId);
+}
+
+QByteArray FullTextIndex::finish() {
+    Data& d = *m_data;
+    if (d.words.empty()) return {};
+    const WordRoots roots{d.topicSteps.bestRoot(), d.codeCounts.bestRoot(),
+                          d.locationSteps.bestRoot()};
+    std::vector<TreeWord> tree;
+    tree.reserve(d.words.size());
+    size_t packedSize = 0;
+    for (const WordEntry& entry : d.words) {
+        tree.push_back({d.textOf(entry), entry.inTitle, entry.topicCount, 0, 0});
+        packedSize += entry.packed.size();
+    }
+    std::vector<quint32> order(d.words.size());
+    for (quint32 id = 0; id < order.size(); ++id)
+        order[id] = id;
+    std::sort(order.begin(), order.end(),
+              [&](quint32 a, quint32 b) { return SearchOrderLess(tree[a], tree[b]); });
+    std::vector<quint32>().swap(d.slots);
+
+    QByteArray file(kHeaderSize, '\0');
+    // The scale-and-root code with the best roots takes no more room than the packed 7-bit
+    // groups; the leaves take about 24 bytes a word.
+    file.reserve(kHeaderSize + qsizetype(packedSize + 24 * d.words.size()));
+    std::vector<TreeWord> sorted;
+    sorted.reserve(tree.size());
+    for (quint32 id : order) {
+        TreeWord word = tree[id];
+        word.codesOffset = quint32(file.size());
+        d.appendLocationCodes(file, d.words[id], roots);
+        word.codesSize = quint32(file.size()) - word.codesOffset;
+        sorted.push_back(word);
+    }
+    std::vector<TreeWord>().swap(tree);
+    const WordTreeShape shape = AppendWordTree(file, sorted);
+    d.writeHeader(file, shape, roots);
+    return file;
+}
+
+} // namespace qmr::chm

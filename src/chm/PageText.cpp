@@ -1,0 +1,89 @@
+#include "chm/PageText.h"
+
+#include "chm/CharacterReferences.h"
+#include "chm/HtmlCharset.h"
+#include "chm/HtmlTokenizer.h"
+#include "platform/CodePage.h"
+
+namespace qmr::chm {
+namespace {
+
+// Elements that sit inside a line of text: no blank is put where they start or end.
+bool IsInline(QByteArrayView name) {
+    static const QByteArrayView kInline[] = {
+        "a",      "abbr",   "b",   "bdi",   "bdo",  "big",  "cite", "code", "data", "dfn",   "em",
+        "font",   "i",      "kbd", "label", "mark", "nobr", "q",    "s",    "samp", "small", "span",
+        "strike", "strong", "sub", "sup",   "time", "tt",   "u",    "var",  "wbr"};
+    for (QByteArrayView candidate : kInline)
+        if (EqualsIgnoringAsciiCase(name, candidate)) return true;
+    return false;
+}
+
+// Resolves references and makes every run of blanks one blank, without blanks at the ends.
+QString VisibleText(QStringView decoded) {
+    const QString resolved = ResolveCharacterReferences(decoded);
+    QString out;
+    out.reserve(resolved.size());
+    bool blank = false;
+    for (QChar c : resolved) {
+        if (c.isSpace() || c.unicode() < 0x20) {
+            blank = !out.isEmpty();
+            continue;
+        }
+        if (blank) out.append(u' ');
+        blank = false;
+        out.append(c);
+    }
+    return out;
+}
+
+struct CollectedText {
+    QByteArray title;
+    QByteArray text;
+};
+
+// The bytes of the first <title> outside any <svg>, and of the text a reader sees.
+CollectedText Collect(QByteArrayView html) {
+    CollectedText collected;
+    bool titleSeen = false;
+    int svgDepth = 0;
+    HtmlTokenizer tokens(html);
+    HtmlToken token;
+    while (tokens.next(token)) {
+        switch (token.kind) {
+        case HtmlToken::Kind::Text:
+        case HtmlToken::Kind::CData:
+            if (svgDepth == 0) collected.text += token.text;
+            break;
+        case HtmlToken::Kind::RawText:
+            if (EqualsIgnoringAsciiCase(token.rawTextOf, "title")) {
+                if (!titleSeen && svgDepth == 0) collected.title = token.text.toByteArray();
+                titleSeen = titleSeen || svgDepth == 0;
+            } else if (EqualsIgnoringAsciiCase(token.rawTextOf, "textarea")) {
+                collected.text += ' ' + token.text.toByteArray() + ' ';
+            }
+            break;
+        case HtmlToken::Kind::StartTag:
+        case HtmlToken::Kind::EndTag:
+            if (token.isStartTag("svg") && !token.selfClosing) ++svgDepth;
+            if (token.isEndTag("svg") && svgDepth > 0) --svgDepth;
+            if (!IsInline(token.text) && !collected.text.endsWith(' ')) collected.text += ' ';
+            break;
+        case HtmlToken::Kind::Comment:
+            break;
+        }
+    }
+    return collected;
+}
+
+} // namespace
+
+PageText ExtractPageText(QByteArrayView html, const CodePage& fallback) {
+    const PageBytes page(html);
+    const CodePage& codePage = CodePageOfCharset(DeclaredCharset(page), fallback);
+    const CollectedText collected = Collect(page.bytes());
+    return {VisibleText(codePage.decode(collected.title)),
+            VisibleText(codePage.decode(collected.text))};
+}
+
+} // namespace qmr::chm

@@ -1,0 +1,107 @@
+#include "chm/BookFiles.h"
+
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <QRegularExpression>
+
+namespace qmr::chm {
+namespace {
+
+// A project in book/ whose pages use files in every way a page can, with names that differ
+// from the disk in case, escaped names, a file outside the project folder and missing files.
+class BookFilesTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        write("Index.hhp", "[OPTIONS]\r\nCompiled file=out.chm\r\nContents file=Index.hhc\r\n"
+                           "Index file=index.HHK\r\nDefault topic=index.html\r\n[FILES]\r\n"
+                           "index.html\r\ndata\\1\\index.html\r\n");
+        write("Index.hhc", "<ul><li><object type=\"text/sitemap\"><param name=Local "
+                           "value=\"data/2/index.html#x\"><param name=Local value=\"http://x/\">");
+        write("Index.hhk", "<ul><li><object type=\"text/sitemap\"><param name=Local "
+                           "value=\"data/1/index.html\">");
+        write("index.html", "<a href=\"data/1/index.html\"><img src=\"Logo.PNG\">"
+                            "<a href=\"../outside.html\"><a href=\"missing.html\">"
+                            "<a href=\"missing.html#again\"><a href=\"https://example.org/\">");
+        write("logo.png", "");
+        folder.write(QStringLiteral("outside.html"), "<img src=\"book/never.png\">");
+        write("never.png", "");
+        write("data/1/index.html",
+              "<link href=\"style/a.css\" rel=stylesheet><img src=\"pic%20one.png\">"
+              "<img src=\"a%20b.png\"><frame src=\"../../DATA/2/INDEX.HTML\">"
+              "<img srcset=\"s1.png 1x, s2.png 2x\"><div style=\"background:url('st.png')\">"
+              "<object data=\"o.swf\"><param name=movie value=\"m.swf\"></object>"
+              "<embed src=\"e.swf\"><table background=\"bg.gif\">"
+              "<a href=\"\xE4\xB8\xAD.html\">");
+        for (const char* name : {"pic one.png", "a%20b.png", "s1.png", "s2.png", "st.png", "o.swf",
+                                 "m.swf", "e.swf", "bg.gif", "\xE4\xB8\xAD.html", "img/bg.png"})
+            write(QByteArray("data/1/") + name, "");
+        write("data/1/style/a.css", "@import \"b.css\";\nbody { background: url(../img/bg.png) }");
+        write("data/1/style/b.css", "p { background: url(\"missing.png\") }");
+        write("data/2/index.html", "<img src=\"../1/pic one.png\"><img src=\"gone.png\">");
+    }
+
+    void write(const QByteArray& relative, const QByteArray& bytes) {
+        folder.write(QStringLiteral("book/") + QString::fromUtf8(relative), bytes);
+    }
+
+    HelpProject project() {
+        HelpProject read;
+        CompileLog log;
+        EXPECT_TRUE(ReadHelpProject(folder.path() + QStringLiteral("book/Index.hhp"), read, log));
+        return read;
+    }
+
+    test::TempFolder folder;
+};
+
+TEST_F(BookFilesTest, GathersEveryFileThePagesUseInOrder) {
+    CompileLog log;
+    const QStringList files = GatherBookFiles(project(), log, 1);
+    EXPECT_EQ(files,
+              QStringList({"index.html", "data/1/index.html", "Index.hhc", "Index.hhk", "logo.png",
+                           "data/1/style/a.css", "data/1/pic one.png", "data/1/a%20b.png",
+                           "data/2/index.html", "data/1/s1.png", "data/1/s2.png", "data/1/st.png",
+                           "data/1/o.swf", "data/1/m.swf", "data/1/e.swf", "data/1/bg.gif",
+                           QString::fromUtf8("data/1/中.html"), "data/1/style/b.css",
+                           "data/1/img/bg.png"}));
+    EXPECT_EQ(log.errorCount(), 0);
+    EXPECT_EQ(log.lines(),
+              QStringList({"Warning: index.html: \"missing.html\" names no file of the book "
+                           "(missing.html is missing)",
+                           "Warning: data/2/index.html: \"gone.png\" names no file of the book "
+                           "(data/2/gone.png is missing)",
+                           "Warning: data/1/style/b.css: \"missing.png\" names no file of the book "
+                           "(data/1/style/missing.png is missing)"}));
+
+    // The same list and the same messages on any number of threads.
+    for (int jobs : {2, 5}) {
+        CompileLog again;
+        EXPECT_EQ(GatherBookFiles(project(), again, jobs), files);
+        EXPECT_EQ(again.lines(), log.lines());
+    }
+}
+
+// A file the project lists that is not there, or not in the project folder, is an error on
+// its line; so is a missing contents file. Names differing in case and names written with
+// the project folder in front are found.
+TEST_F(BookFilesTest, ListedFilesMustExist) {
+    write("Index.hhp", "[OPTIONS]\nCompiled file=out.chm\nContents file=toc.hhc\n[FILES]\n"
+                       "INDEX.HTML\ngone.html\n../outside.html\n" +
+                           folder.path().toUtf8() + "book/logo.png\n");
+    CompileLog log;
+    const HelpProject read = project();
+    EXPECT_EQ(GatherBookFiles(read, log).mid(0, 2), QStringList({"index.html", "logo.png"}));
+    const QStringList errors = log.lines().filter(QRegularExpression(QStringLiteral("^Error")));
+    ASSERT_EQ(errors.size(), 3);
+    EXPECT_EQ(log.errorCount(), 3);
+    EXPECT_EQ(errors[0], QStringLiteral("Error: %1: line 6: the file \"gone.html\" in [FILES] "
+                                        "does not exist; restore it or remove the line")
+                             .arg(read.projectPath));
+    EXPECT_TRUE(errors[1].contains(u"line 7: the file \"../outside.html\" in [FILES] is not"));
+    EXPECT_TRUE(errors[2].contains(u"the contents file \"toc.hhc\" is not a file"));
+}
+
+} // namespace
+} // namespace qmr::chm

@@ -1,0 +1,132 @@
+// Books with our full-text index, searched by a reader we did not write (chmlib's Python
+// module, as Debian's python3-chm ships it).
+
+#include "chm/FullTextIndex.h"
+
+#include "chm/PlainBook.h"
+#include "platform/CodePage.h"
+#include "support/TempFolder.h"
+
+#include <QFile>
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+using namespace qmr::chm;
+using namespace qmr::test;
+
+namespace {
+
+struct Page {
+    QString title;
+    QString text;
+};
+
+class BookSearch : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (!PychmAvailable())
+            GTEST_SKIP() << "python3-chm is not installed: the books cannot be searched";
+    }
+
+    // Returns the book's full-text index.
+    QByteArray makeBook(quint32 language, const QString& codePage, const std::vector<Page>& pages) {
+        m_codePage = codePage;
+        FullTextIndex index(language);
+        std::vector<PlainBookTopic> topics;
+        const qmr::CodePage encoding(codePage);
+        for (size_t i = 0; i < pages.size(); ++i) {
+            index.addTopic(quint32(i), pages[i].title, pages[i].text);
+            topics.push_back({QByteArray("page") + QByteArray::number(qulonglong(i)) + ".html",
+                              encoding.encode(pages[i].title)});
+        }
+        const QByteArray fullText = index.finish();
+        const QByteArray book = MakePlainBook(topics, fullText, language);
+        m_book = m_folder.write(QStringLiteral("book.chm"), book);
+        // QMR_KEEP_BOOKS=folder keeps a copy of each book, to open it in a viewer by hand.
+        const QString keep = qEnvironmentVariable("QMR_KEEP_BOOKS");
+        if (!keep.isEmpty()) {
+            QFile copy(keep + QStringLiteral("/%1.chm").arg(codePage));
+            if (copy.open(QIODevice::WriteOnly)) copy.write(book);
+        }
+        return fullText;
+    }
+
+    QStringList search(const QString& word, bool wholeWords = false, bool titlesOnly = false) {
+        QString error;
+        const QStringList found =
+            SearchWithPychm(m_book, word, m_codePage, wholeWords, titlesOnly, &error);
+        EXPECT_TRUE(error.isEmpty()) << error.toStdString();
+        return found;
+    }
+
+    TempFolder m_folder;
+    QString m_book, m_codePage;
+};
+
+} // namespace
+
+TEST_F(BookSearch, EnglishWordsTitlesAndManyPages) {
+    std::vector<Page> pages{
+        {QStringLiteral("Garden"), QStringLiteral("Roses and tulips grow in the garden.")},
+        {QStringLiteral("Kitchen"), QStringLiteral("Apple pie with Roses? No: apples.")},
+        {QStringLiteral("Zebra crossing"), QStringLiteral("Cars stop here.")}};
+    for (int i = 0; i < 60; ++i)
+        pages.push_back(
+            {QStringLiteral("Note %1").arg(i), QStringLiteral("every note says hello")});
+    makeBook(0x409, QStringLiteral("windows-1252"), pages);
+
+    EXPECT_EQ(search(QStringLiteral("roses"), true), (QStringList{"Garden", "Kitchen"}));
+    EXPECT_EQ(search(QStringLiteral("ROSES"), true), (QStringList{"Garden", "Kitchen"}));
+    EXPECT_EQ(search(QStringLiteral("apple")), (QStringList{"Kitchen"}));
+    EXPECT_EQ(search(QStringLiteral("hello"), true).size(), 60);
+    EXPECT_TRUE(search(QStringLiteral("orchid")).isEmpty());
+    EXPECT_TRUE(search(QStringLiteral("orchid"), true).isEmpty());
+    EXPECT_EQ(search(QStringLiteral("zebra"), true), (QStringList{"Zebra crossing"}));
+    EXPECT_EQ(search(QStringLiteral("zebra"), true, true), (QStringList{"Zebra crossing"}));
+    EXPECT_TRUE(search(QStringLiteral("tulips"), true, true).isEmpty());
+}
+
+TEST_F(BookSearch, ChineseWordsInBig5AndGb2312Books) {
+    const std::vector<Page> pages{
+        {QStringLiteral("\u9996\u9801"), QStringLiteral("\u6B61\u8FCE")},
+        {QStringLiteral("\u5927\u5B78"),
+         QStringLiteral("\u6211\u5728\u5317\u4EAC\u5927\u5B78\u5B78\u7FD2\u4E2D\u6587\u3002")},
+        {QStringLiteral("\u5730\u5716"), QStringLiteral("\u4E2D\u570B\u5730\u5716")}};
+    for (const auto& [language, codePage] :
+         {std::pair{0x404u, QStringLiteral("Big5")}, std::pair{0x804u, QStringLiteral("GB2312")}}) {
+        SCOPED_TRACE(codePage.toStdString());
+        makeBook(language, codePage, pages);
+        const QString university = QStringLiteral("\u5927\u5B78");
+        EXPECT_EQ(search(QStringLiteral("\u5317\u4EAC")), QStringList{university});
+        EXPECT_EQ(search(QStringLiteral("\u5927\u5B78"), true), QStringList{university});
+        EXPECT_EQ(search(QStringLiteral("\u4E2D\u6587")), QStringList{university});
+        EXPECT_EQ(search(QStringLiteral("\u4E2D"), true),
+                  (QStringList{QStringLiteral("\u5730\u5716"), university}));
+        EXPECT_EQ(search(QStringLiteral("\u9996\u9801"), false, true),
+                  QStringList{QStringLiteral("\u9996\u9801")});
+        EXPECT_TRUE(search(QStringLiteral("\u65E5\u672C")).isEmpty());
+    }
+}
+
+TEST_F(BookSearch, ManyWordsKeepATreeTheReaderCanDescend) {
+    std::vector<Page> pages;
+    for (int topic = 0; topic < 200; ++topic) {
+        QString text;
+        for (int i = 0; i < 1000; ++i)
+            text += QStringLiteral("w%1x%2 shared ").arg(topic).arg(i);
+        pages.push_back({QStringLiteral("Page %1").arg(topic), text});
+    }
+    const QByteArray index = makeBook(0x409, QStringLiteral("windows-1252"), pages);
+    // The reader cannot descend more than one index node, so the nodes grew instead.
+    EXPECT_EQ(qFromLittleEndian<quint16>(index.constData() + 0x18), 2);
+    EXPECT_GT(qFromLittleEndian<quint32>(index.constData() + 0x2E), 4096u);
+    for (int topic : {0, 57, 131, 199}) {
+        for (int i : {0, 500, 999}) {
+            EXPECT_EQ(search(QStringLiteral("w%1x%2").arg(topic).arg(i), true),
+                      QStringList{QStringLiteral("Page %1").arg(topic)});
+        }
+    }
+    EXPECT_EQ(search(QStringLiteral("shared"), true).size(), 200);
+    EXPECT_EQ(search(QStringLiteral("w19")).size(), 11); // w19x.., w190x.. to w199x..: many leaves
+}
