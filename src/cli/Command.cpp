@@ -1,6 +1,7 @@
 #include "cli/Command.h"
 
 #include "cli/CatalogueCommand.h"
+#include "cli/CompileCommand.h"
 #include "cli/ConvertFolderCommand.h"
 #include "cli/EbookCommand.h"
 #include "cli/ImportTextCommand.h"
@@ -21,6 +22,7 @@ const std::vector<std::unique_ptr<Command>>& Command::all() {
         list.push_back(std::make_unique<CatalogueCommand>());
         list.push_back(std::make_unique<NewIdCommand>());
         list.push_back(std::make_unique<EbookCommand>());
+        list.push_back(std::make_unique<CompileCommand>());
         list.push_back(std::make_unique<ListCommand>());
         list.push_back(std::make_unique<StoreCommand>());
         list.push_back(std::make_unique<MultibookCommand>());

@@ -1,5 +1,7 @@
 #include "ebook/HelpCompiler.h"
 
+#include "ebook/BuiltInCompiler.h"
+
 #include "platform/AppFolder.h"
 #include "platform/PathSeparators.h"
 #include "platform/Processes.h"
@@ -14,17 +16,13 @@ namespace {
 
 constexpr int kWaitStepMilliseconds = 500;
 
-// The outside compiler used where none is configured.
-const QString kDefaultCompiler = QStringLiteral("chmcmd");
-
 QString CannotStartProblem(const QString& commandLine, const QString& reason) {
     QString problem = QStringLiteral("Cannot start the help compiler \"") + commandLine +
                       QStringLiteral("\": ") + reason +
                       QStringLiteral(". Set its command line as HelpCompiler in the [Tools] "
                                      "section of ") +
                       ToNativePath(GlobalIniPath()) + QLatin1Char('.');
-    if (!HostIsWindows())
-        problem += QStringLiteral(" The compiler chmcmd comes with the Debian package fp-utils.");
+    problem += QStringLiteral(" Leave it empty to use the compiler built into Quillmere.");
     return problem;
 }
 
@@ -65,10 +63,10 @@ void WriteErrorLog(const QString& path, const QByteArray& output) {
     if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) file.write(output);
 }
 
-} // namespace
-
-CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QString& projectPath,
-                              const QString& outputPath) {
+// An outside compiler (chmcmd, hhc.exe): started in the project's folder and judged by the
+// book it leaves, as the exit codes of such compilers cannot be trusted.
+CompileResult RunOutsideCompiler(BuildHost& host, const QString& compilerLine,
+                                 const QString& projectPath, const QString& outputPath) {
     CompileResult result;
     const QFileInfo project(projectPath);
     const QString folder = project.absolutePath() + QLatin1Char('/');
@@ -77,7 +75,6 @@ CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QSt
     QDir().mkpath(QFileInfo(outputPath).absolutePath());
     CheckAndDeleteFile(outputPath);
 
-    const QString compilerLine = tools.compiler.isEmpty() ? kDefaultCompiler : tools.compiler;
     QStringList command = SplitCommandLine(compilerLine);
     command.append(project.fileName());
     QElapsedTimer timer;
@@ -104,6 +101,15 @@ CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QSt
     result.problem = JudgeBook(outputPath, output, compiler.exitCode(), errorLog);
     result.ok = result.problem.isEmpty();
     return result;
+}
+
+} // namespace
+
+CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QString& projectPath,
+                              const QString& outputPath) {
+    if (tools.compiler.trimmed().isEmpty())
+        return RunBuiltInCompiler(host, projectPath, outputPath);
+    return RunOutsideCompiler(host, tools.compiler, projectPath, outputPath);
 }
 
 void CheckAndDeleteFile(const QString& path) {

@@ -13,9 +13,11 @@ struct CompileResult {
     QString problem; // why the book is not good, for the log and the exit code
 };
 
-// Runs the compiler on `projectPath` in its folder, logging "Creating ebook now...N" every
-// 500 ms, capturing its output into the folder's ErrorLog.log, and judges the book itself:
-// present, not empty, a compiled help file, and no "Can't find" error in the output.
+// Compiles `projectPath` into `outputPath`, logging "Creating ebook now...N" every 500 ms and
+// writing the compiler's messages into the project folder's ErrorLog.log. An empty compiler
+// command line means the compiler built into Quillmere; any other runs that program in the
+// project's folder, and the book it leaves is judged itself: present, not empty, a compiled
+// help file, and no "Can't find" error in its output.
 CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QString& projectPath,
                               const QString& outputPath);
 

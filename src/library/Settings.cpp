@@ -4,6 +4,7 @@
 #include "platform/LocalCodePage.h"
 #include "platform/Processes.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <limits>
@@ -131,12 +132,14 @@ CatalogueLimits AppSettings::catalogueLimits() const {
     return limits;
 }
 
-// Off Windows an empty compiler means the built-in one; on Windows HTML Help Workshop's.
+// An empty compiler is the one built into Quillmere; on Windows HTML Help Workshop's compiler
+// stays the default where it is installed.
 HelpTools AppSettings::helpTools() const {
     HelpTools tools{read(Keys::HelpCompiler), read(Keys::HelpViewer)};
     if (HostIsWindows()) {
-        if (tools.compiler.isEmpty())
-            tools.compiler = QStringLiteral("\"C:\\Program Files\\HTML Help Workshop\\hhc.exe\"");
+        const QString workshop = QStringLiteral("C:\\Program Files\\HTML Help Workshop\\hhc.exe");
+        if (tools.compiler.isEmpty() && QFileInfo::exists(workshop))
+            tools.compiler = QLatin1Char('"') + workshop + QLatin1Char('"');
         if (tools.viewer.isEmpty()) tools.viewer = QStringLiteral("\"c:\\windows\\hh.exe\"");
     }
     return tools;
