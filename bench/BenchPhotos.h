@@ -15,6 +15,12 @@
 
 namespace qmr::bench {
 
+// The value after `name` among a timing program's arguments, else `fallback`.
+inline QString Option(const QStringList& arguments, const char* name, const QString& fallback) {
+    const qsizetype at = arguments.indexOf(QLatin1String(name));
+    return at > 0 && at + 1 < arguments.size() ? arguments.at(at + 1) : fallback;
+}
+
 // The number of different photos drawn; scrapbooks repeat them.
 inline constexpr int kDrawnPhotos = 8;
 

@@ -81,8 +81,7 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
     const auto option = [&](const char* name, const QString& fallback) {
-        const qsizetype at = args.indexOf(QLatin1String(name));
-        return at > 0 && at + 1 < args.size() ? args.at(at + 1) : fallback;
+        return qmr::bench::Option(args, name, fallback);
     };
     const int count = option("--pictures", "200").toInt();
     const int jobs = option("--jobs", "0").toInt();

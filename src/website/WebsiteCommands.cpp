@@ -55,6 +55,13 @@ bool load(BuildHost& host, const WebsiteRequest& request, Catalogue& catalogue,
     return false;
 }
 
+// The commands that walk the items begin so.
+bool loadAllPages(BuildHost& host, const WebsiteRequest& request, Catalogue& catalogue,
+                  WebsiteResult& result) {
+    host.add2loglist(QStringLiteral("Loading all pages..."));
+    return load(host, request, catalogue, result);
+}
+
 WebsiteResult makeCopies(BuildHost& host, const WebsiteRequest& request, bool icons, bool screens) {
     WebsiteResult result;
     if (!selected(host, request, result)) return result;
@@ -80,10 +87,9 @@ WebsiteResult CreateIcons640x480(BuildHost& host, const WebsiteRequest& request)
 
 WebsiteResult CreatePhotoPages(BuildHost& host, const WebsiteRequest& request) {
     WebsiteResult result;
-    if (!selected(host, request, result)) return result;
-    host.add2loglist(QStringLiteral("Loading all pages..."));
     Catalogue catalogue;
-    if (!load(host, request, catalogue, result)) return result;
+    if (!selected(host, request, result) || !loadAllPages(host, request, catalogue, result))
+        return result;
     QDir().mkpath(request.folder + QStringLiteral("data/qmr/"));
     const QList<const CatalogueItem*> items = PhotoPageItems(host, catalogue, request.folder);
     for (int i = 0; i < items.size(); ++i) {
@@ -200,9 +206,8 @@ WebsiteResult MakeVideoPages(BuildHost& host, const WebsiteRequest& request) {
         result.problem = QStringLiteral("Cancelled: no page was changed.");
         return result;
     }
-    host.add2loglist(QStringLiteral("Loading all pages..."));
     Catalogue catalogue;
-    if (!load(host, request, catalogue, result)) return result;
+    if (!loadAllPages(host, request, catalogue, result)) return result;
     for (const VideoItem& video : VideoItems(host, catalogue, request.folder)) {
         QString problem;
         if (!WriteVideoPage(request.chrome,
@@ -217,10 +222,9 @@ WebsiteResult MakeVideoPages(BuildHost& host, const WebsiteRequest& request) {
 
 WebsiteResult CreateMediaPlayerLists(BuildHost& host, const WebsiteRequest& request) {
     WebsiteResult result;
-    if (!selected(host, request, result)) return result;
-    host.add2loglist(QStringLiteral("Loading all pages..."));
     Catalogue catalogue;
-    if (!load(host, request, catalogue, result)) return result;
+    if (!selected(host, request, result) || !loadAllPages(host, request, catalogue, result))
+        return result;
     const QList<VideoItem> videos = VideoItems(host, catalogue, request.folder);
     const QString& siteBase = request.chrome.addresses.videoSiteBase;
     int undated = 0;

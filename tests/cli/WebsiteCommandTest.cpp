@@ -132,26 +132,6 @@ TEST(WebsiteCommand, OneStepBadInputAndAnUnwritableFolder) {
         EXPECT_TRUE(help.contains(QLatin1String(usage))) << usage;
 }
 
-// Every scrapbook of the store, one after another, as a scheduler runs it.
-TEST(WebsiteCommand, WebsitesBuildsEveryScrapbookOfTheStore) {
-    TempFolder temp;
-    const QString first = test::CopyOfExample(temp);
-    const QString second = temp.path() + u"second/"_s;
-    test::CopyTree(first, second);
-    temp.write(u"second/ScrapbookPrj.ini"_s, "[Scrapbook]\r\nScrapbookName=Second\r\n");
-    temp.write(u"app/ScrapBookStore.txt"_s,
-               ("Tea*" + first + "\r\nSecond*" + second + "\r\n").toUtf8());
-    const test::RunResult run = RunQuillmereProgram(
-        {"websites", "--no-open"},
-        {u"QUILLMERE_HOME="_s + temp.path() + u"app"_s, u"HOME="_s + temp.path() + u"home"_s});
-    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_TRUE(run.out.contains(u"Start Build:1/2...Quillmere Sample Scrapbook\n"_s));
-    EXPECT_TRUE(run.out.contains(u"Start Build:2/2...Second\n"_s));
-    EXPECT_TRUE(run.out.endsWith(u"SecondBuild all things for this Website ok!\n"
-                                 "Build all things for all Websites ok!\n"_s));
-    EXPECT_TRUE(QFile::exists(second + u"data/qmr/PhotoIcons001.html"_s));
-}
-
 // The question is asked on the terminal (here one that `script` makes) or answered by --yes;
 // a clip name that holds no date is named and the playlists still written.
 TEST(WebsiteCommand, VideosAskAndPlaylistsNameUndatedClips) {
@@ -174,7 +154,6 @@ TEST(WebsiteCommand, VideosAskAndPlaylistsNameUndatedClips) {
     const test::RunResult undated = RunQuillmereProgram({"playlists", book});
     EXPECT_EQ(undated.exitCode, 2);
     EXPECT_TRUE(undated.out.contains(u"steeping-D(2024-1306-093000).wmv holds no date"_s));
-    EXPECT_TRUE(ReadBytes(book + u"data/qmr/WMV_Play_List.wpl"_s).contains("steeping-D(2024-1306"));
 }
 
 // Collections people published build whole; their broken pictures are logged and skipped.

@@ -76,13 +76,11 @@ TEST(GalleryPages, GoldenPageAndTheItemsThatQualify) {
 
     // "Link To Source URL" links web sources; a local file's item keeps its photo page.
     ASSERT_TRUE(BuildGallery(test::SampleChrome(), items, root.path(), true));
-    QStringList links;
-    for (const QString& line : pageLines(page))
-        if (line.startsWith(kCell))
-            links << line.section(u"align=\"center\"><a href=\""_s, 1).section(u'"', 0, 0);
-    EXPECT_EQ(links,
-              (QStringList{u"http://photos.example/a.jpg"_s, u"./../20080309142530/photo.html"_s,
-                           u"./../20080310000000/photo.html"_s, u"http://example.com/street"_s}));
+    const QByteArray linked = ReadBytes(page);
+    for (const char* link :
+         {"\"http://photos.example/a.jpg\">", "\"./../20080309142530/photo.html\">",
+          "\"./../20080310000000/photo.html\">", "\"http://example.com/street\">"})
+        EXPECT_EQ(linked.count(QByteArray("<a href=") + link), 2) << link;
 }
 
 // Forty icons a page in five rows of eight; a count that fills its last row or page exactly
@@ -110,7 +108,6 @@ TEST(GalleryPages, FortyToAPageAndTheEmptyOneAfterAFullPage) {
             const QStringList lines = pageLines(path);
             EXPECT_EQ(countLines(lines, u"<tr>"_s), c.rows.at(p - 1)) << c.items << " page " << p;
             EXPECT_EQ(countLines(lines, kCell), c.cells.at(p - 1)) << c.items << " page " << p;
-            EXPECT_EQ(lines.at(5), PageNumberBar(int(c.rows.size()), p));
         }
     }
     EXPECT_TRUE(PageNumberBar(2, 2).contains(
