@@ -78,37 +78,37 @@ TEST(WebsiteCommands, EveryCommandAsksForAScrapbookFirst) {
     EXPECT_TRUE(host.questions.isEmpty() && host.log.isEmpty());
 }
 
-// Each menu step alone, then the whole build: copies of every picture (a broken one logged and
-// skipped), a photo page for each qualifying item and none for a folder holding pictures, the
-// gallery opened, and the icon and stylesheet the pages link.
+// Each menu step alone, then the whole build: copies of every kind of picture (a cut-short one
+// logged and skipped), a photo page for each qualifying item and none for a folder holding
+// pictures, the gallery opened, and the icon and stylesheet the pages link.
 TEST(WebsiteCommands, StepsAndTheWholeWebsite) {
     TempFolder temp;
     const QString book = writeScrapbook(temp, u"book"_s,
                                         {{"20240101000001", "image", "Photos"},
                                          {"20240101000002", "", "No pictures"},
                                          {"20240101000003", "folder", "A folder with pictures"}});
-    for (const char* id : {"20240101000001", "20240101000003"})
-        test::MakePicture(book + u"data/"_s + QLatin1String(id) + u"/a.jpg"_s,
-                          {"-size", "300x200", "gradient:red-blue"});
-    test::MakePicture(book + u"data/20240101000001/b.png"_s, {"-size", "90x60", "xc:teal"});
-    temp.write(u"book/data/20240101000001/broken.jpg"_s, "\xFF\xD8\xFF\xE0 not a picture");
+    const QString photos = book + u"data/20240101000001/"_s;
+    for (const char* name : {"a.jpg", "b.png", "c.gif", "d.bmp", "e.pbm"})
+        test::MakePicture(photos + QLatin1String(name), {"-size", "90x60", "gradient:red-blue"});
+    test::MakePicture(book + u"data/20240101000003/a.jpg"_s, {"-size", "30x20", "xc:teal"});
+    temp.write(u"book/data/20240101000001/cut.jpg"_s, ReadBytes(photos + u"a.jpg"_s).left(300));
     RecordingHost host;
     const WebsiteRequest request = requestFor(book);
     ASSERT_TRUE(CreateIcons640x480(host, request).ok);
-    EXPECT_TRUE(QFile::exists(book + u"data/20240101000001/640x480/b.png.jpg"_s));
-    EXPECT_FALSE(QFile::exists(book + u"data/20240101000001/100x75"_s));
+    EXPECT_TRUE(QFile::exists(photos + u"640x480/e.pbm.jpg"_s));
+    EXPECT_FALSE(QFile::exists(photos + u"100x75"_s));
 
     RecordingStatus status;
     host.log.clear();
     ASSERT_TRUE(menu_Build_Website_All(host, status, request).ok)
         << host.log.join(u'\n').toStdString();
     EXPECT_EQ(status.shown, QStringList(u"build frame"_s));
-    EXPECT_TRUE(host.log.first().contains(u"broken.jpg"_s)) << host.log.first().toStdString();
-    EXPECT_EQ(host.log.mid(1), (QStringList{u"Picture copies: 3 made, 0 up to date, 1 skipped"_s,
+    EXPECT_TRUE(host.log.first().contains(u"cut.jpg"_s)) << host.log.first().toStdString();
+    EXPECT_EQ(host.log.mid(1), (QStringList{u"Picture copies: 6 made, 0 up to date, 1 skipped"_s,
                                             u"Loading all pages..."_s,
                                             u"My TravelsBuild all things for this Website ok!"_s}));
     EXPECT_EQ(host.opened, QStringList(book + u"data/qmr/PhotoIcons001.html"_s));
-    EXPECT_EQ(ReadBytes(book + u"data/20240101000001/Photo.html"_s).count("<a name=\"PIC("), 2);
+    EXPECT_EQ(ReadBytes(photos + u"Photo.html"_s).count("<a name=\"PIC("), 5);
     EXPECT_FALSE(QFile::exists(book + u"data/20240101000003/Photo.html"_s));
     EXPECT_TRUE(QFile::exists(book + u"data/20240101000003/100x75/qmr_icon.jpg"_s));
     EXPECT_EQ(ReadBytes(book + u"data/20240101000002/100x75/qmr_icon.jpg"_s),
