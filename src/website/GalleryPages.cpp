@@ -3,8 +3,8 @@
 #include "catalogue/PathSafety.h"
 #include "host/BuildHost.h"
 #include "website/IconCells.h"
-#include "website/PageFragments.h"
 #include "website/PageWriter.h"
+#include "website/WebsitePage.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,14 +15,7 @@ namespace {
 constexpr int kRowsPerPage = 5;
 constexpr int kCellsPerPage = kRowsPerPage * kCellsPerRow;
 
-const QString kPrefix = QStringLiteral("./../../");
 const QString kTable = QStringLiteral("      <table border=\"0\" width=\"1000\" id=\"table110\">");
-
-QString advertBlock(const PageChrome& chrome) {
-    QString text;
-    AppendAdvertBlock(chrome, text);
-    return text;
-}
 
 } // namespace
 
@@ -76,16 +69,11 @@ bool BuildGallery(const PageChrome& chrome, const QList<const CatalogueItem*>& i
     const int pageCount = 1 + count / kCellsPerPage;
     const QString folder = scrapbookFolder + QStringLiteral("data/qmr/");
     QDir().mkpath(folder);
-    const QString adverts = advertBlock(chrome);
+    const QString adverts = AdvertLine(chrome);
     PageWriter page(chrome);
     int row = 0; // runs on from page to page
     for (int p = 1; p <= pageCount; ++p) {
-        page.OpenPage(folder + GalleryPageName(p));
-        page.WritePageLine(HtmlHead(chrome, QStringLiteral("Photos for"), QStringLiteral("BIG5")));
-        page.WritePageLine(HtmlTitleBar(chrome, kPrefix));
-        page.WritePageLine(HtmlNavigationBar(kPrefix));
-        page.WritePageLine(QStringLiteral("<div align=\"center\">"));
-        page.WritePageLine(adverts);
+        OpenWebsitePage(page, chrome, folder + GalleryPageName(p), QStringLiteral("Photos for"));
         page.WritePageLine(PageNumberBar(pageCount, p));
         page.WritePageLine(kTable);
         for (int r = 0; r < kRowsPerPage; ++r) {

@@ -4,10 +4,10 @@
 #include "platform/PathSeparators.h"
 #include "website/FolderFiles.h"
 #include "website/IconCells.h"
-#include "website/PageFragments.h"
 #include "website/PageWriter.h"
 #include "website/PictureSources.h"
 #include "website/VideoPage.h"
+#include "website/WebsitePage.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,17 +15,10 @@
 namespace qmr {
 namespace {
 
-const QString kPrefix = QStringLiteral("./../../");
 constexpr int kRowsPerPage = 100;
 constexpr int kPicturesPerPage = kRowsPerPage * kCellsPerRow;
 constexpr int kPlayerWidth = 640;
 constexpr int kPlayerHeight = 480;
-
-QString advertBlock(const PageChrome& chrome) {
-    QString text;
-    AppendAdvertBlock(chrome, text);
-    return text;
-}
 
 void writeIcons(PageWriter& page, const QStringList& names, int firstRow) {
     QStringList cells;
@@ -123,19 +116,13 @@ bool BuildPhotoPage(const PageChrome& chrome, const QString& itemFolder, const C
     if (!pictures) return false;
     // Each part of 800 pictures used to be written over the one before; the last one stays.
     const int part = int(icons->size()) / kPicturesPerPage;
-    const QString adverts = advertBlock(chrome);
     PageWriter page(chrome);
-    page.OpenPage(itemFolder + QStringLiteral("Photo.html"));
-    page.WritePageLine(
-        HtmlHead(chrome, QStringLiteral("Photos for:") + item.title, QStringLiteral("BIG5")));
-    page.WritePageLine(HtmlTitleBar(chrome, kPrefix));
-    page.WritePageLine(HtmlNavigationBar(kPrefix));
-    page.WritePageLine(QStringLiteral("<div align=\"center\">"));
-    page.WritePageLine(adverts);
+    OpenWebsitePage(page, chrome, itemFolder + QStringLiteral("Photo.html"),
+                    QStringLiteral("Photos for:") + item.title);
     page.WritePageLine(QStringLiteral("      <table border=\"0\" width=\"1000\" id=\"table110\">"));
     writeIcons(page, *icons, part * kRowsPerPage);
     page.WritePageLine(QStringLiteral("      </table>"));
-    page.WritePageLine(adverts);
+    page.WritePageLine(AdvertLine(chrome));
     writePictures(page, *pictures, part * kPicturesPerPage);
     writeClips(page, itemFolder);
     page.WritePageLine(QStringLiteral("  </div>"));
