@@ -9,9 +9,11 @@ JOBS ?= $(shell nproc)
 # searches the books' full-text index; xmllint checks the catalogues Quillmere writes.
 # FreeImage makes the picture copies; ImageMagick draws the tests' pictures and reads the
 # copies back; vipsthumbnail is what the picture benchmark measures the copies against.
+# Chromium reads the generated website back in the tests.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
             libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils libmspack-dev \
-            libchm-dev python3-chm libfreeimage-dev imagemagick libvips-tools clang-format
+            libchm-dev python3-chm libfreeimage-dev imagemagick libvips-tools clang-format \
+            chromium
 
 BUILD := build
 SANITIZED := build-sanitize

@@ -11,7 +11,8 @@ IM=/usr/bin/convert # the real ImageMagick, whatever else is first on the path
 ROOT=$(cd "$(dirname "$0")/.." && pwd)
 ICONS=$ROOT/src/website/icons
 SKINS=$ROOT/src/website/skins
-mkdir -p "$ICONS" "$SKINS"
+SITE=$ROOT/src/website/site
+mkdir -p "$ICONS" "$SKINS" "$SITE"
 
 # The colours of the pages: the navy, blue and pale blue of the kiosk skin, the teal of the
 # list tables, and the greys of the logitech skin.
@@ -107,4 +108,14 @@ OUT="$ICONS/images-D(2007-0423-011620).jpg" jpg -size ${S}x${S} xc:white \
     -fill "$TEAL" -stroke "$TEAL" -draw "path 'M 8,64 L 152,64 L 152,140 L 8,140 Z'" \
     -resize 20x20!
 
-echo "pictures written to $ICONS and $SKINS"
+# ---- the gallery's icon of an item that holds no picture, 100 by 75 ----------------------
+# An empty picture frame, mountains and a sun in pale blue, on a pale card.
+OUT=$SITE/no-picture.jpg jpg -size $((100 * SS))x$((75 * SS)) gradient:"$PALE-white" \
+    -fill white -stroke "$SKY" -strokewidth $((2 * SS)) \
+    -draw "roundrectangle $((18 * SS)),$((12 * SS)) $((82 * SS)),$((63 * SS)) $((4 * SS)),$((4 * SS))" \
+    -fill "$PALE" -stroke none \
+    -draw "path 'M $((24 * SS)),$((56 * SS)) L $((40 * SS)),$((34 * SS)) L $((50 * SS)),$((46 * SS)) L $((58 * SS)),$((38 * SS)) L $((76 * SS)),$((56 * SS)) Z'" \
+    -fill "$SKY" -draw "circle $((64 * SS)),$((24 * SS)) $((64 * SS)),$((19 * SS))" \
+    -resize 100x75!
+
+echo "pictures written to $ICONS, $SKINS and $SITE"

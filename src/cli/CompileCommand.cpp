@@ -53,7 +53,8 @@ int CompileCommand::execute(const QStringList& arguments, ConsoleHost&) {
     CompileArguments parsed;
     QString error;
     if (!parse(arguments, parsed, &error)) {
-        PrintError(QStringLiteral("quillmere compile: %1. See quillmere compile --help.").arg(error));
+        PrintError(
+            QStringLiteral("quillmere compile: %1. See quillmere compile --help.").arg(error));
         return ExitBadInput;
     }
     if (!QFileInfo(parsed.project).isFile()) {

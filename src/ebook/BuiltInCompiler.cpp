@@ -19,14 +19,16 @@ constexpr std::chrono::milliseconds kWaitStep(500);
 
 // Why no book was written: how many errors, the first of them, and where the rest are.
 QString problemOf(const chm::CompileLog& log, const QString& errorLog, bool cancelled) {
-    if (cancelled) return QStringLiteral("Compiling the e-book was cancelled; no book was written.");
+    if (cancelled)
+        return QStringLiteral("Compiling the e-book was cancelled; no book was written.");
     QString first;
     for (const QString& line : log.lines())
         if (line.startsWith(QLatin1String("Error: "))) {
             first = line.mid(7);
             break;
         }
-    return QStringLiteral("The help compiler found %1 error(s), so no book was written: %2. See %3.")
+    return QStringLiteral(
+               "The help compiler found %1 error(s), so no book was written: %2. See %3.")
         .arg(log.errorCount())
         .arg(first, ToNativePath(errorLog));
 }
@@ -48,9 +50,8 @@ CompileResult RunBuiltInCompiler(BuildHost& host, const QString& projectPath,
     chm::CompileLog log;
     QElapsedTimer timer;
     timer.start();
-    std::future<bool> compiled = std::async(std::launch::async, [&] {
-        return chm::CompileHelpProject(projectPath, options, log);
-    });
+    std::future<bool> compiled = std::async(
+        std::launch::async, [&] { return chm::CompileHelpProject(projectPath, options, log); });
     // A compile that ends within the first step still gives one line.
     int round = 0;
     bool ended = false;
@@ -65,7 +66,8 @@ CompileResult RunBuiltInCompiler(BuildHost& host, const QString& projectPath,
     CompileResult result;
     result.ok = compiled.get();
     result.seconds = double(timer.nsecsElapsed()) / 1e9;
-    const QString errorLog = QFileInfo(projectPath).absolutePath() + QStringLiteral("/ErrorLog.log");
+    const QString errorLog =
+        QFileInfo(projectPath).absolutePath() + QStringLiteral("/ErrorLog.log");
     WriteFileAtomically(errorLog, log.lines().join(QStringLiteral("\r\n")).toUtf8() + "\r\n");
     if (!result.ok) result.problem = problemOf(log, errorLog, stop);
     return result;

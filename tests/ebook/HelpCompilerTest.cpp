@@ -124,7 +124,8 @@ TEST(HelpCompiler, ACompilerThatCannotStartNamesItsSetting) {
     EXPECT_FALSE(result.ok);
     for (const QString& part : {missing, u"[Tools]"_s, u"HelpCompiler"_s, u"Quillmere.ini"_s})
         EXPECT_TRUE(result.problem.contains(part)) << result.problem.toStdString();
-    EXPECT_TRUE(result.problem.contains(u"Leave it empty to use the compiler built into Quillmere"_s));
+    EXPECT_TRUE(
+        result.problem.contains(u"Leave it empty to use the compiler built into Quillmere"_s));
     EXPECT_TRUE(host.log.isEmpty());
     EXPECT_TRUE(QDir(QFileInfo(s.output).absolutePath()).exists());
 }
