@@ -10,12 +10,14 @@ namespace qmr {
 struct CompileResult {
     bool ok = false;
     double seconds = 0;
-    QString problem; // why the book is not good, for the log and the exit code
+    QString problem;        // why the book is not good, for the log and the exit code
+    bool cancelled = false; // the user stopped the compiler; no book was kept
 };
 
 // Runs the compiler on `projectPath` in its folder, logging "Creating ebook now...N" every
 // 500 ms, capturing its output into the folder's ErrorLog.log, and judges the book itself:
-// present, not empty, a compiled help file, and no "Can't find" error in the output.
+// present, not empty, a compiled help file, and no "Can't find" error in the output. Asks the
+// host between the steps whether to stop: a stopped compiler's unfinished book is removed.
 CompileResult RunHelpCompiler(BuildHost& host, const HelpTools& tools, const QString& projectPath,
                               const QString& outputPath);
 
