@@ -175,6 +175,7 @@ EbookResult StartCreateChmEbook(BuildHost& host, const EbookRequest& request) {
 
     EbookResult result;
     if (!BuildChm(build, request, result)) return failed(host, result.problem);
+    result.contentPage = build.content.pagePath();
     if (!WriteVideoPage(build.chrome, build.folder + QStringLiteral("data/qmr/PlayAllVideos.html"),
                         QStringLiteral("Play All Videos on this Scrapbook"),
                         QStringLiteral("WMV_Play_List.wpl"), &problem))

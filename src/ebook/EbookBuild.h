@@ -23,6 +23,7 @@ struct EbookRequest {
 struct EbookResult {
     bool ok = false;        // everything asked for was made
     QString chmPath;        // the compiled book, empty when none was compiled
+    QString contentPage;    // the content page written, empty when no item is marked for one
     QString problem;        // why not, when not ok
     bool badInput = false;  // the problem lies in the scrapbook (its catalogue), not the build
     bool cancelled = false; // the user stopped the build

@@ -177,8 +177,11 @@ AssociationReport registerOnDesktop(const DesktopIntegration& integration, Assoc
         return report;
     // The desktop learns of the catalogue type from the compiled database, when it can.
     const QString update = QStandardPaths::findExecutable(QStringLiteral("update-mime-database"));
-    if (mimeChanged && !update.isEmpty())
-        StartDetached({update, dataHome() + QStringLiteral("mime")});
+    if (mimeChanged && !update.isEmpty()) {
+        RunningProgram updating;
+        if (updating.start({update, dataHome() + QStringLiteral("mime")}, dataHome()))
+            updating.waitStep(10000);
+    }
     report.registered = true;
 
     const QString userList = configHome() + QStringLiteral("mimeapps.list");
