@@ -6,10 +6,11 @@ JOBS ?= $(shell nproc)
 # chmcmd (fp-utils) compiles the e-books; 7z and extract_chmLib open them in the tests;
 # xmllint checks the catalogues Quillmere writes. FreeImage makes the picture copies;
 # ImageMagick draws the tests' pictures and reads the copies back; vipsthumbnail is what the
-# picture benchmark measures the copies against.
+# picture benchmark measures the copies against. Chromium reads the generated website back in
+# the tests.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
             libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils \
-            libfreeimage-dev imagemagick libvips-tools clang-format
+            libfreeimage-dev imagemagick libvips-tools clang-format chromium
 
 BUILD := build
 SANITIZED := build-sanitize

@@ -7,6 +7,8 @@
 // camera's photo does (about 3.5 MB each). ImageMagick draws eight different ones and they are
 // repeated over the scrapbook's item folders, ten pictures a folder; --photos keeps them for
 // the next run.
+#include "BenchPhotos.h"
+
 #include "host/BuildHost.h"
 #include "website/PictureCopies.h"
 
@@ -19,11 +21,10 @@
 
 #include <cstdio>
 
-#include <sys/resource.h>
-
 namespace {
 
-constexpr int kDrawn = 8;
+using qmr::bench::CpuSeconds;
+using qmr::bench::kDrawnPhotos;
 constexpr int kPerFolder = 10;
 
 class QuietHost : public qmr::BuildHost {
@@ -35,37 +36,6 @@ class QuietHost : public qmr::BuildHost {
     QString last;
 };
 
-// Processor seconds, user and system, of this process or of its finished children: a figure
-// that other work on the machine does not inflate.
-double cpuSeconds(int who) {
-    rusage usage{};
-    getrusage(who, &usage);
-    const auto seconds = [](timeval t) { return t.tv_sec + t.tv_usec / 1e6; };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-bool run(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(program, arguments);
-    return process.waitForFinished(-1) && process.exitStatus() == QProcess::NormalExit &&
-           process.exitCode() == 0;
-}
-
-bool drawPhotos(const QString& folder) {
-    QDir().mkpath(folder);
-    for (int i = 1; i <= kDrawn; ++i) {
-        const QString path = folder + QStringLiteral("photo%1.jpg").arg(i);
-        if (QFile::exists(path)) continue;
-        std::printf("drawing %s\n", qPrintable(path));
-        if (!run(QFile::exists("/usr/bin/convert") ? "/usr/bin/convert" : "convert",
-                 {"-seed", QString::number(i), "-size", "750x500", "plasma:fractal", "-resize",
-                  "3000x2000!", "-attenuate", "0.5", "+noise", "Gaussian", "-quality", "90", path}))
-            return false;
-    }
-    return true;
-}
-
 // The scrapbook: item folders of ten photos each; returns every photo's path.
 QStringList fillScrapbook(const QString& root, const QString& photos, int count) {
     QStringList paths;
@@ -75,7 +45,7 @@ QStringList fillScrapbook(const QString& root, const QString& photos, int count)
             QStringLiteral("data/2024010100%1/").arg(i / kPerFolder, 4, 10, QLatin1Char('0'));
         QDir().mkpath(folder);
         paths.append(folder + QStringLiteral("IMG_%1.JPG").arg(i, 4, 10, QLatin1Char('0')));
-        QFile::copy(photos + QStringLiteral("photo%1.jpg").arg(i % kDrawn + 1), paths.last());
+        QFile::copy(photos + QStringLiteral("photo%1.jpg").arg(i % kDrawnPhotos + 1), paths.last());
     }
     return paths;
 }
@@ -90,11 +60,11 @@ double vipsSeconds(const QStringList& photos, const QString& size, const QString
     list.close();
     QElapsedTimer timer;
     timer.start();
-    const bool ok =
-        run(QStringLiteral("sh"),
-            {"-c", QStringLiteral("VIPS_CONCURRENCY=1 xargs -P 2 -n 10 vipsthumbnail --size %1 -o "
-                                  "'%2%s.jpg[Q=85,optimize_coding,strip]' < '%3'")
-                       .arg(size, out, list.fileName())});
+    const bool ok = qmr::bench::RunToEnd(
+        QStringLiteral("sh"),
+        {"-c", QStringLiteral("VIPS_CONCURRENCY=1 xargs -P 2 -n 10 vipsthumbnail --size %1 -o "
+                              "'%2%s.jpg[Q=85,optimize_coding,strip]' < '%3'")
+                   .arg(size, out, list.fileName())});
     return ok ? timer.nsecsElapsed() / 1e9 : -1;
 }
 
@@ -111,28 +81,27 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
     const auto option = [&](const char* name, const QString& fallback) {
-        const qsizetype at = args.indexOf(QLatin1String(name));
-        return at > 0 && at + 1 < args.size() ? args.at(at + 1) : fallback;
+        return qmr::bench::Option(args, name, fallback);
     };
     const int count = option("--pictures", "200").toInt();
     const int jobs = option("--jobs", "0").toInt();
     QTemporaryDir work;
     const QString photos = option("--photos", work.path() + "/photos") + u'/';
-    if (!work.isValid() || !drawPhotos(photos)) {
+    if (!work.isValid() || !qmr::bench::DrawPhotos(photos)) {
         std::fprintf(stderr, "cannot draw the photos (ImageMagick's convert is needed)\n");
         return 1;
     }
     const QString root = work.path() + QStringLiteral("/scrapbook/");
     const QStringList paths = fillScrapbook(root, photos, count);
 
-    const double vipsCpuBefore = cpuSeconds(RUSAGE_CHILDREN);
+    const double vipsCpuBefore = CpuSeconds(RUSAGE_CHILDREN);
     const double vips = vipsSeconds(paths, "640x480", work.path() + "/vips640/") +
                         vipsSeconds(paths, "100x75", work.path() + "/vips100/");
-    const double vipsCpu = cpuSeconds(RUSAGE_CHILDREN) - vipsCpuBefore;
+    const double vipsCpu = CpuSeconds(RUSAGE_CHILDREN) - vipsCpuBefore;
     QuietHost host;
-    const double cpuBefore = cpuSeconds(RUSAGE_SELF);
+    const double cpuBefore = CpuSeconds(RUSAGE_SELF);
     const double first = makerSeconds(root, jobs, host);
-    const double firstCpu = cpuSeconds(RUSAGE_SELF) - cpuBefore;
+    const double firstCpu = CpuSeconds(RUSAGE_SELF) - cpuBefore;
     const QString firstLog = host.last;
     const double second = makerSeconds(root, jobs, host);
 

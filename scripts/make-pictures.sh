@@ -1,19 +1,22 @@
 #!/usr/bin/env bash
 # Draws the pictures Quillmere writes into scrapbooks: the type icons of the list, folder and
-# content pages (src/website/icons/) and the pictures of the two decorated content page skins
-# (src/website/skins/); and the program's own icon in the sizes a desktop asks for
-# (src/ui/icons/; quillmere.svg there is the same drawing for scalable use). Needs ImageMagick 6 and the DejaVu fonts (Debian: imagemagick,
-# fonts-dejavu-core). The same tools give the same bytes, so running it again changes nothing.
+# content pages (src/website/icons/), the pictures of the two decorated content page skins
+# (src/website/skins/) and the gallery's picture of an item without pictures
+# (src/website/site/); and the program's own icon in the sizes a desktop asks for
+# (src/ui/icons/; quillmere.svg there is the same drawing for scalable use). Needs ImageMagick 6
+# and the DejaVu fonts (Debian: imagemagick, fonts-dejavu-core). The same tools give the same
+# bytes, so running it again changes nothing.
 #
-#   scripts/make-pictures.sh            # writes both folders
+#   scripts/make-pictures.sh            # writes every folder
 set -euo pipefail
 
 IM=/usr/bin/convert # the real ImageMagick, whatever else is first on the path
 ROOT=$(cd "$(dirname "$0")/.." && pwd)
 ICONS=$ROOT/src/website/icons
 SKINS=$ROOT/src/website/skins
+SITE=$ROOT/src/website/site
 APP=$ROOT/src/ui/icons
-mkdir -p "$ICONS" "$SKINS" "$APP"
+mkdir -p "$ICONS" "$SKINS" "$SITE" "$APP"
 
 # The colours of the pages: the navy, blue and pale blue of the kiosk skin, the teal of the
 # list tables, and the greys of the logitech skin.
@@ -110,6 +113,16 @@ OUT="$ICONS/images-D(2007-0423-011620).jpg" jpg -size ${S}x${S} xc:white \
     -fill "$TEAL" -stroke "$TEAL" -draw "path 'M 8,64 L 152,64 L 152,140 L 8,140 Z'" \
     -resize 20x20!
 
+# ---- the gallery's icon of an item that holds no picture, 100 by 75 ----------------------
+# An empty picture frame, mountains and a sun in pale blue, on a pale card.
+OUT=$SITE/no-picture.jpg jpg -size $((100 * SS))x$((75 * SS)) gradient:"$PALE-white" \
+    -fill white -stroke "$SKY" -strokewidth $((2 * SS)) \
+    -draw "roundrectangle $((18 * SS)),$((12 * SS)) $((82 * SS)),$((63 * SS)) $((4 * SS)),$((4 * SS))" \
+    -fill "$PALE" -stroke none \
+    -draw "path 'M $((24 * SS)),$((56 * SS)) L $((40 * SS)),$((34 * SS)) L $((50 * SS)),$((46 * SS)) L $((58 * SS)),$((38 * SS)) L $((76 * SS)),$((56 * SS)) Z'" \
+    -fill "$SKY" -draw "circle $((64 * SS)),$((24 * SS)) $((64 * SS)),$((19 * SS))" \
+    -resize 100x75!
+
 # ---- the program's icon: a white quill on a navy tile with a teal rim, over a mint line ----
 T=$((256 * SS))
 OUT=$APP/quillmere-256.png png -size ${T}x${T} xc:none \
@@ -122,4 +135,4 @@ for size in 128 64 48 32 16; do
     OUT=$APP/quillmere-$size.png png "$APP/quillmere-256.png" -resize ${size}x${size}
 done
 
-echo "pictures written to $ICONS, $SKINS and $APP"
+echo "pictures written to $ICONS, $SKINS, $SITE and $APP"

@@ -8,6 +8,8 @@
 #include "cli/MultibookCommand.h"
 #include "cli/NewIdCommand.h"
 #include "cli/StoreCommand.h"
+#include "cli/VideoCommands.h"
+#include "cli/WebsiteCommand.h"
 #include "library/Settings.h"
 #include "platform/AppFolder.h"
 
@@ -26,6 +28,10 @@ const std::vector<std::unique_ptr<Command>>& Command::all() {
         list.push_back(std::make_unique<MultibookCommand>());
         list.push_back(std::make_unique<ConvertFolderCommand>());
         list.push_back(std::make_unique<ImportTextCommand>());
+        list.push_back(std::make_unique<WebsiteCommand>());
+        list.push_back(std::make_unique<WebsitesCommand>());
+        list.push_back(std::make_unique<VideosCommand>());
+        list.push_back(std::make_unique<PlaylistsCommand>());
         return list;
     }();
     return commands;

@@ -300,6 +300,13 @@ void MainWindow::wireSignals() {
     connect(m_powerUser, &QPushButton::clicked, this, &MainWindow::powerUserFunction);
     connect(m_showList, &QPushButton::clicked, this, &MainWindow::showListFrame);
     connect(m_schedule, &WebsiteScheduleTimer::due, this, &MainWindow::runScheduledBuild);
+    // What a website build shows besides its log.
+    connect(m_host.get(), &WindowHost::scrapbookFolderShown, this, [this](const QString& folder) {
+        m_statusFolder->setText(ToNativePath(folder));
+        m_statusFolder->setToolTip(m_statusFolder->text());
+    });
+    connect(m_host.get(), &WindowHost::scrapbookNameShown, m_caption, &QLabel::setText);
+    connect(m_host.get(), &WindowHost::buildFrameWanted, this, &MainWindow::showBuildFrame);
 }
 
 void MainWindow::updateEnabledStates() {

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 
 class QAction;
@@ -20,6 +21,7 @@ class QTreeView;
 namespace qmr {
 
 class AboutBox;
+class BuildHost;
 class BuildRunner;
 class DesktopServices;
 class LanguageDialog;
@@ -30,6 +32,9 @@ class ToolsWindow;
 class WebsiteScheduleTimer;
 class WindowHost;
 struct EbookRequest;
+struct WebsiteOptions;
+struct WebsiteRequest;
+struct WebsiteResult;
 
 // The program's main window: the scrapbook list, the log list, the build frame, the status
 // bar and the menus whose commands run the builders on the current scrapbook. Long work runs
@@ -121,8 +126,10 @@ class MainWindow : public QMainWindow {
     void openEbook();
     void runScheduledBuild();
     void startEbookBuild(EbookRequest request);
-    void makePictureCopies(bool iconCopies, bool screenCopies);
-    void notYet(const QString& caption);
+    // Runs one website command on the selected scrapbook off the window's thread.
+    using WebsiteCommand = std::function<WebsiteResult(BuildHost&, const WebsiteRequest&)>;
+    void runWebsiteCommand(const QString& title, WebsiteCommand command);
+    WebsiteOptions websiteOptions() const;
 
     DesktopServices& m_desktop;
     std::unique_ptr<WindowHost> m_host;

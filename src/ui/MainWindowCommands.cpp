@@ -5,6 +5,7 @@
 #include "authoring/MultiBook.h"
 #include "catalogue/TextFiles.h"
 #include "ebook/EbookBuild.h"
+#include "ebook/LinkedPages.h"
 #include "platform/DesktopPrograms.h"
 #include "platform/PathSeparators.h"
 #include "ui/AboutBox.h"
@@ -16,7 +17,7 @@
 #include "ui/ToolsWindow.h"
 #include "ui/WebsiteScheduleTimer.h"
 #include "ui/WindowHost.h"
-#include "website/PictureCopies.h"
+#include "website/WebsiteCommands.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -50,12 +51,6 @@ void MainWindow::buildFinished(bool succeeded) {
                                             : QStringLiteral("color: #a00000; font-weight: bold;"));
     m_finishedMark->show();
     updateEnabledStates();
-}
-
-void MainWindow::notYet(const QString& caption) {
-    m_desktop.information(this, QStringLiteral("\"%1\" is not available yet: this version of "
-                                               "Quillmere does not build websites.")
-                                    .arg(caption));
 }
 
 void MainWindow::exitProgram() {
@@ -192,52 +187,84 @@ void MainWindow::openEbookOutputLibrary() {
                         Keys::FileManager.key);
 }
 
+WebsiteOptions MainWindow::websiteOptions() const {
+    WebsiteOptions options;
+    options.addresses = m_session->settings.siteAddresses();
+    options.limits = m_session->settings.catalogueLimits();
+    return options;
+}
+
+void MainWindow::runWebsiteCommand(const QString& title, WebsiteCommand command) {
+    if (!requireSelection()) return;
+    const WebsiteRequest request = WebsiteRequestFor(m_session->settings, selectedFolder(),
+                                                     m_session->list.caption, websiteOptions());
+    m_finishedMark->hide();
+    m_buildTitle->setText(title.arg(ToNativePath(request.folder)));
+    showBuildFrame();
+    auto result = std::make_shared<WebsiteResult>();
+    m_runner->start(
+        [request, command, result](BuildHost& host) { *result = command(host, request); },
+        [this, result] {
+            buildFinished(result->ok);
+            if (!result->ok && !m_host->cancelled() && !result->problem.isEmpty())
+                m_desktop.information(this, result->problem);
+        });
+}
+
 void MainWindow::buildAllWebsites() {
-    notYet(QStringLiteral("Build all websites with all functions"));
+    // The run reads each scrapbook's settings through a copy of the settings object of its
+    // own, so that the window may go on reading its own meanwhile.
+    auto settings = std::make_shared<AppSettings>(m_session->settings);
+    const QList<ScrapbookRow> rows = m_session->list.rows();
+    WebsiteOptions options = websiteOptions();
+    options.prepare = [this, settings](const WebsiteRequest& request) {
+        return WriteMissingLinkedPages(*m_host, request, settings->Load_Settings(),
+                                       settings->HomePageFilename);
+    };
+    m_finishedMark->hide();
+    m_buildTitle->setText(QStringLiteral("Building the website of every scrapbook in the list"));
+    showBuildFrame();
+    auto all = std::make_shared<AllWebsitesResult>();
+    m_runner->start(
+        [this, rows, settings, options, all](BuildHost& host) {
+            *all = BuildAllWebsites(host, *m_host, rows, *settings, options);
+        },
+        [this, all] {
+            if (!all->failed.isEmpty())
+                add2loglist(QStringLiteral("These websites failed: ") +
+                            all->failed.join(QStringLiteral(", ")));
+            buildFinished(all->failed.isEmpty() && !all->cancelled);
+        });
 }
 
 void MainWindow::buildWebsite() {
-    notYet(QStringLiteral("Build a website with All functions"));
+    // The pages the site links come first, where the e-book build has not written them yet.
+    const EbookLanguage language = m_session->options().language;
+    const QString homePage = m_session->settings.HomePageFilename;
+    runWebsiteCommand(QStringLiteral("Building the website of %1"),
+                      [this, language, homePage](BuildHost& host, const WebsiteRequest& request) {
+                          const WebsiteResult linked =
+                              WriteMissingLinkedPages(host, request, language, homePage);
+                          if (!linked.ok) return linked;
+                          return menu_Build_Website_All(host, *m_host, request);
+                      });
 }
 
 void MainWindow::createHomePage() {
-    notYet(QStringLiteral("Create Home Page"));
+    runWebsiteCommand(QStringLiteral("Making the gallery of %1"), &CreateHomePage);
 }
 
 void MainWindow::createPhotoPage() {
-    notYet(QStringLiteral("Create Photo Page"));
+    runWebsiteCommand(QStringLiteral("Making the photo pages of %1"), &CreatePhotoPages);
 }
 
 void MainWindow::createIcons() {
-    makePictureCopies(true, false);
+    runWebsiteCommand(QStringLiteral("Making the 100x75 picture copies in %1"), &CreateIcons);
 }
 
 void MainWindow::createScreenCopies() {
-    makePictureCopies(false, true);
-}
-
-void MainWindow::makePictureCopies(bool iconCopies, bool screenCopies) {
-    if (!requireSelection()) return;
-    const QString folder = selectedFolder();
-    m_finishedMark->hide();
-    m_buildTitle->setText(QStringLiteral("Making picture copies in ") + ToNativePath(folder));
-    showBuildFrame();
-    auto report = std::make_shared<PictureCopyReport>();
-    m_runner->start(
-        [folder, iconCopies, screenCopies, report](BuildHost& host) {
-            PictureCopyOptions options;
-            options.iconCopies = iconCopies;
-            options.screenCopies = screenCopies;
-            *report = MakePictureCopies(host, folder, options);
-        },
-        [this, report] {
-            add2loglist(QStringLiteral("Picture copies: %1 made, %2 up to date, %3 skipped")
-                            .arg(report->made)
-                            .arg(report->upToDate)
-                            .arg(report->skipped));
-            if (report->cancelled) add2loglist(CancelledProblem());
-            buildFinished(!report->cancelled);
-        });
+    runWebsiteCommand(QStringLiteral("Making the 640x480 picture copies in %1"),
+                      &CreateIcons640x480);
 }
 
 void MainWindow::convertFolderToScrapbook() {
@@ -337,11 +364,12 @@ void MainWindow::editScrapbookStore() {
 }
 
 void MainWindow::makeVideoPage() {
-    notYet(QStringLiteral("Make Video on Html Page"));
+    runWebsiteCommand(QStringLiteral("Making the video pages of %1"), &MakeVideoPages);
 }
 
 void MainWindow::createMediaPlayerLists() {
-    notYet(QStringLiteral("Create Windows Media Player List for Video"));
+    runWebsiteCommand(QStringLiteral("Making the media player lists of %1"),
+                      &CreateMediaPlayerLists);
 }
 
 void MainWindow::openProjectPage() {

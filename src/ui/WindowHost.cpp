@@ -53,6 +53,18 @@ void WindowHost::openDocument(const QString& pathOrUrl) {
         false);
 }
 
+void WindowHost::showScrapbookFolder(const QString& folder) {
+    onWindow([this, folder] { Q_EMIT scrapbookFolderShown(folder); }, false);
+}
+
+void WindowHost::showScrapbookName(const QString& name) {
+    onWindow([this, name] { Q_EMIT scrapbookNameShown(name); }, false);
+}
+
+void WindowHost::showBuildFrame() {
+    onWindow([this] { Q_EMIT buildFrameWanted(); }, false);
+}
+
 void WindowHost::progress(qint64 value, qint64 total) {
     onWindow([this, value, total] { Q_EMIT progressChanged(value, total); }, false);
 }

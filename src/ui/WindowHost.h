@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/BuildHost.h"
+#include "website/WebsiteStatus.h"
 
 #include <QObject>
 #include <QPointer>
@@ -14,10 +15,10 @@ namespace qmr {
 class DesktopServices;
 
 // The window's side of the build host. A build runs on a thread of its own, so every call may
-// come from there: log lines, progress and documents are passed to the window's thread, and
-// a message or question waits there for the user's answer. Called on the window's thread, the
-// same calls act at once.
-class WindowHost : public QObject, public BuildHost {
+// come from there: log lines, progress, documents and what a website build shows in the status
+// bar and the caption are passed to the window's thread, and a message or question waits there
+// for the user's answer. Called on the window's thread, the same calls act at once.
+class WindowHost : public QObject, public BuildHost, public WebsiteStatus {
     Q_OBJECT
   public:
     WindowHost(DesktopServices& desktop, QWidget* window);
@@ -31,6 +32,10 @@ class WindowHost : public QObject, public BuildHost {
     void progress(qint64 value, qint64 total) override;
     bool cancelled() const override { return m_cancel.load(); }
 
+    void showScrapbookFolder(const QString& folder) override;
+    void showScrapbookName(const QString& name) override;
+    void showBuildFrame() override;
+
     // The user asked the running build to stop; a new build starts with this cleared.
     void requestCancel() { m_cancel = true; }
     void clearCancel() { m_cancel = false; }
@@ -41,6 +46,9 @@ class WindowHost : public QObject, public BuildHost {
     void logLine(const QString& line);
     // The window's own thread is about to take events in the middle of its work.
     void yielding();
+    void scrapbookFolderShown(const QString& folder);
+    void scrapbookNameShown(const QString& name);
+    void buildFrameWanted();
     void progressChanged(qint64 value, qint64 total);
 
   private:

@@ -5,14 +5,10 @@
 #include <algorithm>
 
 namespace qmr {
-namespace {
-
-bool nameOrder(const QString& a, const QString& b) {
+bool FileNameOrder(const QString& a, const QString& b) {
     const int folded = a.compare(b, Qt::CaseInsensitive);
     return folded != 0 ? folded < 0 : a < b;
 }
-
-} // namespace
 
 bool IsPictureSource(const QString& fileName) {
     static const QStringList kinds = {
@@ -35,7 +31,7 @@ QList<QFileInfo> PictureSourcesIn(const QString& itemFolder) {
     for (const QFileInfo& file : files)
         if (IsPictureSource(file.fileName())) pictures.append(file);
     std::sort(pictures.begin(), pictures.end(), [](const QFileInfo& a, const QFileInfo& b) {
-        return nameOrder(a.fileName(), b.fileName());
+        return FileNameOrder(a.fileName(), b.fileName());
     });
     return pictures;
 }
@@ -47,7 +43,7 @@ QStringList ItemFolders(const QString& scrapbookFolder) {
     for (const QString& name : names)
         if (name.compare(QLatin1String("qmr"), Qt::CaseInsensitive) != 0)
             folders.append(data + name + QLatin1Char('/'));
-    std::sort(folders.begin(), folders.end(), nameOrder);
+    std::sort(folders.begin(), folders.end(), FileNameOrder);
     return folders;
 }
 

@@ -22,6 +22,10 @@ bool IsPictureSource(const QString& fileName);
 // meet.
 QString CopyName(const QString& fileName);
 
+// The order in which pictures and their copies are listed: case ignored first, then exact, so
+// that it is the same on every file system.
+bool FileNameOrder(const QString& a, const QString& b);
+
 // The pictures lying directly in `itemFolder` (never those in its copy folders), in name
 // order: case ignored first, then exact, so the order is the same on every file system.
 QList<QFileInfo> PictureSourcesIn(const QString& itemFolder);

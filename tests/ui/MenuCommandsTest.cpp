@@ -2,6 +2,7 @@
 
 #include "ui/SlideShow.h"
 #include "ui/WebsiteScheduleTimer.h"
+#include "website/WebsiteCommands.h"
 
 #include <QImage>
 #include <QMenu>
@@ -52,16 +53,31 @@ TEST_F(MenuCommands, EveryCaptionOfTheTableWithAMnemonicOfItsOwn) {
     }
     EXPECT_EQ(topMnemonics.size(), table.size());
     EXPECT_EQ(w.command(u"Make Ebook"_s)->shortcut(), QKeySequence(Qt::Key_F9));
+}
 
-    // What this version does not build says so instead of doing nothing.
-    for (const QString& caption : {u"Build all websites with all functions"_s,
-                                   u"Create Photo Page"_s, u"Make Video on Html Page"_s}) {
-        desktop.messages.clear();
-        trigger(caption);
-        ASSERT_EQ(desktop.messages.size(), 1);
-        EXPECT_TRUE(
-            desktop.messages.first().startsWith(u'"' + caption + u"\" is not available yet"_s));
-    }
+TEST_F(MenuCommands, WebsitesAreBuiltOffTheWindowThread) {
+    const QString folder = CopyOfExample(root);
+    MainWindow& w = startWith(folder);
+    trigger(u"Build a website with All functions"_s);
+    EXPECT_FALSE(w.command(u"Build all websites with all functions"_s)->isEnabled());
+    idle();
+    EXPECT_EQ(log().last(), u"Quillmere Sample ScrapbookBuild all things for this Website ok!"_s)
+        << log().join(u'\n').toStdString();
+    EXPECT_TRUE(QFile::exists(folder + u"data/20240303111520/640x480/clay-teapot.jpg"_s));
+    EXPECT_TRUE(QFile::exists(folder + u"data/20240303111520/Photo.html"_s));
+    EXPECT_TRUE(desktop.opened.contains(folder + u"data/qmr/PhotoIcons001.html"_s));
+    EXPECT_TRUE(desktop.messages.isEmpty()) << desktop.messages.join(u'\n').toStdString();
+
+    trigger(u"Build all websites with all functions"_s);
+    idle();
+    EXPECT_TRUE(log().contains(u"Start Build:1/1...Quillmere Sample Scrapbook"_s));
+    EXPECT_EQ(log().last(), u"Build all things for all Websites ok!"_s);
+    EXPECT_TRUE(w.command(u"Create Photo Page"_s)->isEnabled());
+
+    // A command that replaces pages asks first, on the window's thread.
+    trigger(u"Make Video on Html Page"_s);
+    idle();
+    EXPECT_EQ(desktop.messages, (QStringList{kVideoPagesWarning, u"Create Video Page ok!"_s}));
 }
 
 TEST_F(MenuCommands, OutsideProgramsTheUserChoosesOrTheDesktopHas) {
