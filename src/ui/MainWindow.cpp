@@ -350,15 +350,21 @@ void MainWindow::syncList() {
         m_listView->scrollTo(selected);
     }
     m_syncingSelection = false;
+    showCurrentScrapbook();
+}
+
+void MainWindow::showCurrentScrapbook() {
+    const ScrapbookList& list = m_session->list;
     m_caption->setText(list.caption);
     m_statusCount->setText(list.statusCount);
     m_statusFolder->setText(ToNativePath(list.statusFolder));
     m_statusFolder->setToolTip(m_statusFolder->text());
 }
 
+// The rows stay as they are: only what shows the current scrapbook changes.
 void MainWindow::rowChosen(int number) {
     m_session->selectRow(number);
-    syncList();
+    showCurrentScrapbook();
 }
 
 QString MainWindow::selectedFolder() const {
@@ -401,6 +407,7 @@ void MainWindow::loadList() {
     disconnect(perEntry);
     m_runner->leaveBusy();
     syncList();
+    m_listView->setFocus();
     showLoadReport(report);
 }
 

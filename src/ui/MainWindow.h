@@ -79,7 +79,9 @@ class MainWindow : public QMainWindow {
     void updateEnabledStates();
     void showListFrame();
     void showBuildFrame();
+    // Shows the list's rows again, and the current scrapbook in the caption and status bar.
     void syncList();
+    void showCurrentScrapbook();
     void rowChosen(int number);
     void loadList();
     void showLoadReport(const ListLoadReport& report);
@@ -113,6 +115,8 @@ class MainWindow : public QMainWindow {
     void convertFolderToScrapbook();
     void addScrapbookToMultiList();
     void saveToMultiList();
+    // Adds the scrapbook in `path` to the store, the list and the browser's multibook.txt.
+    void addToMultiList(const QString& path);
     void toggleSchedule();
     void editForumPost();
     void editScrapbookStore();

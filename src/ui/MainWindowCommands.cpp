@@ -303,9 +303,7 @@ void MainWindow::convertFolderToScrapbook() {
         });
 }
 
-void MainWindow::addScrapbookToMultiList() {
-    const QString path = chosenPath(m_desktop.chooseFolder(this, kChooseFolder));
-    if (path.isEmpty()) return;
+void MainWindow::addToMultiList(const QString& path) {
     const MultiBookResult result =
         AddToMultiScrapbookList(m_session->list, GetLastFolderName(path), path, m_session->folders);
     for (const QString& problem : result.problems)
@@ -315,16 +313,13 @@ void MainWindow::addScrapbookToMultiList() {
     syncList();
 }
 
+void MainWindow::addScrapbookToMultiList() {
+    const QString path = chosenPath(m_desktop.chooseFolder(this, kChooseFolder));
+    if (!path.isEmpty()) addToMultiList(path);
+}
+
 void MainWindow::saveToMultiList() {
-    if (!requireSelection()) return;
-    const QString path = RemoveBackslash(selectedFolder());
-    const MultiBookResult result =
-        AddToMultiScrapbookList(m_session->list, GetLastFolderName(path), path, m_session->folders);
-    for (const QString& problem : result.problems)
-        add2loglist(problem);
-    if (result.copied)
-        add2loglist(QStringLiteral("multibook.txt lists %1 scrapbooks").arg(result.entries.size()));
-    syncList();
+    if (requireSelection()) addToMultiList(RemoveBackslash(selectedFolder()));
 }
 
 void MainWindow::toggleSchedule() {

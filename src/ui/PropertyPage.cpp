@@ -31,6 +31,8 @@ PropertyPage::PropertyPage(AppSettings& settings, const QString& scrapbookFolder
     m_tabs->setTabToolTip(0, QStringLiteral("Set Options for Group 1"));
     m_tabs->addTab(secondPage(), QStringLiteral("Express Functions"));
     m_tabs->setTabToolTip(1, QStringLiteral("Set Options for Group 2"));
+    m_tabs->setUsesScrollButtons(false); // every tab in view
+    setMinimumWidth(420);
 
     auto* save = new QPushButton(QStringLiteral("&Save"), this);
     save->setObjectName(QStringLiteral("cmdOK"));

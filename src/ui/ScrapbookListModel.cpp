@@ -1,6 +1,9 @@
 #include "ui/ScrapbookListModel.h"
 
+#include "catalogue/TextFiles.h"
 #include "platform/PathSeparators.h"
+
+#include <QFont>
 
 namespace qmr {
 
@@ -24,13 +27,20 @@ int ScrapbookListModel::columnCount(const QModelIndex& parent) const {
 QVariant ScrapbookListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= m_rows.size()) return {};
     const ScrapbookRow& row = m_rows.at(index.row());
+    // A scrapbook whose settings name it not is shown by its folder's name, in italics.
+    const bool unnamed = row.name.isEmpty();
+    if (role == Qt::FontRole && index.column() == 0 && unnamed) {
+        QFont italic;
+        italic.setItalic(true);
+        return italic;
+    }
     if (role == Qt::ToolTipRole) return ToNativePath(row.folder);
     if (role == Qt::TextAlignmentRole && index.column() == 1)
         return QVariant(Qt::AlignRight | Qt::AlignVCenter);
     if (role != Qt::DisplayRole) return {};
     switch (index.column()) {
     case 0:
-        return row.name;
+        return unnamed ? GetLastFolderName(RemoveBackslash(row.folder)) : row.name;
     case 1:
         return row.pageCount;
     default:

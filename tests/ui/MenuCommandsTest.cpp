@@ -4,6 +4,7 @@
 #include "ui/WebsiteScheduleTimer.h"
 #include "website/WebsiteCommands.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QMenu>
 #include <QMenuBar>
@@ -53,6 +54,16 @@ TEST_F(MenuCommands, EveryCaptionOfTheTableWithAMnemonicOfItsOwn) {
     }
     EXPECT_EQ(topMnemonics.size(), table.size());
     EXPECT_EQ(w.command(u"Make Ebook"_s)->shortcut(), QKeySequence(Qt::Key_F9));
+
+    // The keyboard alone: Alt+E opens the Ebook menu, and L there the language dialog.
+    w.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&w));
+    QTest::keyClick(&w, Qt::Key_E, Qt::AltModifier);
+    auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(popup, nullptr);
+    EXPECT_EQ(popup->title(), u"&Ebook"_s);
+    QTest::keyClick(popup, Qt::Key_L);
+    EXPECT_NE(w.languageDialog(), nullptr);
 }
 
 TEST_F(MenuCommands, WebsitesAreBuiltOffTheWindowThread) {
@@ -178,6 +189,8 @@ TEST_F(MenuCommands, FolderConversionJoinsTheListAndTheStore) {
     emptyStore();
     root.write(u"Trip/notes one.txt"_s, "first");
     root.write(u"Trip/b.pdf"_s, "second");
+    // A name for the scrapbook to be made, which its list row and multibook.txt then show.
+    root.write(u"Trip/scrapbook/ScrapbookPrj.ini"_s, "[Scrapbook]\r\nScrapbookName=Trip Notes\r\n");
     MainWindow& w = start();
     trigger(u"Converter File Folder to Scrapbook"_s); // cancelled: nothing happens
     EXPECT_FALSE(w.runner().busy());
@@ -193,7 +206,13 @@ TEST_F(MenuCommands, FolderConversionJoinsTheListAndTheStore) {
     EXPECT_EQ(ReadBytes(app() + u"ScrapBookStore.txt"_s),
               "Trip*" + root.path().toUtf8() + "Trip/scrapbook\r\n");
 
+    // The browser extension's own folder takes the list of scrapbooks.
+    QDir().mkpath(home.path() + u"home/.mozilla/firefox/ScrapBook"_s);
     w.session().list.SnapSelectItem(1);
+    trigger(u"Save to MutiScrapbook"_s);
+    EXPECT_EQ(log().last(), u"multibook.txt lists 1 scrapbooks"_s);
+    EXPECT_TRUE(ReadBytes(home.path() + u"home/.mozilla/firefox/ScrapBook/multibook.txt"_s)
+                    .contains("Trip Notes\t" + made.toUtf8()));
     trigger(u"DeleteScrapbook in this List but keep data"_s);
     EXPECT_EQ(w.session().list.count(), 0);
     EXPECT_TRUE(QFile::exists(made + u"scrapbook.rdf"_s));
