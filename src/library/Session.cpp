@@ -6,7 +6,9 @@
 namespace qmr {
 
 Session::Session(BuildHost& buildHost, LibraryFolders libraryFolders)
-    : host(buildHost), settings(buildHost), folders(std::move(libraryFolders)), list(settings) {
+    : host(buildHost),
+      settings(buildHost, libraryFolders.applicationFolder + QStringLiteral("Quillmere.ini")),
+      folders(std::move(libraryFolders)), list(settings) {
     m_options.language = settings.Load_Settings();
 }
 
@@ -19,6 +21,7 @@ void Session::selectRow(int number) {
     m_options.properties = list.SelectRow(number);
     m_options.googleAD = false;
     m_propertiesLoaded = true;
+    m_propertiesFolder = list.currentFolder;
 }
 
 void Session::useScrapbook(const QString& folder) {
@@ -27,7 +30,7 @@ void Session::useScrapbook(const QString& folder) {
 }
 
 BuildOptions& Session::options() {
-    if (!m_propertiesLoaded) loadProperties();
+    if (!m_propertiesLoaded || m_propertiesFolder != list.currentFolder) loadProperties();
     return m_options;
 }
 
@@ -35,6 +38,7 @@ void Session::loadProperties() {
     m_options.properties = settings.load_ScrapbookName(ScrapbookIniPath(list.currentFolder));
     m_options.googleAD = false;
     m_propertiesLoaded = true;
+    m_propertiesFolder = list.currentFolder;
 }
 
 QString Session::displayName() {

@@ -43,8 +43,9 @@ class Session {
     void useScrapbook(const QString& folder);
 
     // The live options. The current scrapbook's properties are read from its ScrapbookPrj.ini
-    // the first time they are needed after start-up or after the property page has closed,
-    // which is also when the shared settings object's Default changes.
+    // the first time they are needed after start-up, after the property page has closed or
+    // after another scrapbook became current, which is also when the shared settings object's
+    // Default changes.
     BuildOptions& options();
     // The property page has closed: its edits and its GoogleAD box are dropped, and the next
     // options() reads what is stored.
@@ -64,6 +65,7 @@ class Session {
     void loadProperties();
     BuildOptions m_options;
     bool m_propertiesLoaded = false;
+    QString m_propertiesFolder; // the scrapbook the properties were read from
 };
 
 } // namespace qmr
