@@ -17,6 +17,8 @@
 namespace qmr {
 namespace {
 
+#ifndef Q_OS_WIN
+
 const QString kDefaultsSection = QStringLiteral("[Default Applications]");
 
 // Writes `bytes` whole under a temporary name and renames it over `path`; a file that already
@@ -34,8 +36,6 @@ bool writeWhenChanged(const QString& path, const QByteArray& bytes, bool* change
     if (changed) *changed = true;
     return true;
 }
-
-#ifndef Q_OS_WIN
 
 QString xdgHome(const char* variable, const QString& fallback) {
     const QString value = qEnvironmentVariable(variable);
@@ -212,7 +212,11 @@ AssociationReport registerInRegistry(const DesktopIntegration& integration,
     classes.setValue(QStringLiteral("Quillmere/shell/open/command/Default"),
                      QLatin1Char('"') + program + QStringLiteral("\" File=%1"));
     classes.setValue(QStringLiteral("Quillmere/DefaultIcon/Default"), program);
-    const QString other = classes.value(QStringLiteral(".rdf/Default")).toString();
+    // The program that opens .rdf files now, whether the user or the machine chose it.
+    const QString other =
+        QSettings(QStringLiteral("HKEY_CLASSES_ROOT\\.rdf"), QSettings::NativeFormat)
+            .value(QStringLiteral("Default"))
+            .toString();
     if (claim == AssociationClaim::KeepOtherDefault && !other.isEmpty() &&
         other != QLatin1String("Quillmere")) {
         report.otherDefault = other;
