@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
@@ -61,7 +62,7 @@ ToolsWindow::ToolsWindow(Session& session, DesktopServices& desktop, QWidget* pa
     auto* central = new QWidget(this);
     m_base = new QLineEdit(central);
     m_base->setPlaceholderText(QStringLiteral("A folder whose subfolders are scrapbooks"));
-    auto* browse = new QPushButton(QStringLiteral("&Browse..."), central);
+    auto* browse = new QPushButton(QStringLiteral("B&rowse..."), central);
     connect(browse, &QPushButton::clicked, this, [this] {
         const QString chosen = m_desktop.chooseFolder(this, QStringLiteral("Base folder"));
         if (!chosen.isEmpty()) m_base->setText(ToNativePath(chosen));
@@ -69,8 +70,10 @@ ToolsWindow::ToolsWindow(Session& session, DesktopServices& desktop, QWidget* pa
     auto* baseRow = new QHBoxLayout;
     baseRow->addWidget(m_base, 1);
     baseRow->addWidget(browse);
+    auto* baseLabel = new QLabel(QStringLiteral("&Base folder:"), central);
+    baseLabel->setBuddy(m_base);
     auto* form = new QFormLayout;
-    form->addRow(QStringLiteral("&Base folder:"), baseRow);
+    form->addRow(baseLabel, baseRow);
     m_log = new QListWidget(central);
     auto* layout = new QVBoxLayout(central);
     layout->addLayout(form);

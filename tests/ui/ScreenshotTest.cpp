@@ -1,7 +1,11 @@
 #include "WindowTestSupport.h"
 
 #include "ui/AboutBox.h"
+#include "ui/LanguageDialog.h"
 #include "ui/PropertyPage.h"
+#include "ui/ToolsWindow.h"
+
+#include <QAbstractButton>
 
 namespace qmr::test {
 namespace {
@@ -41,6 +45,13 @@ TEST_F(Screenshots, MainWindowBuildPropertyPageAndAboutBox) {
     w.propertyPage()->reject();
     trigger(u"About"_s);
     shoot(w.aboutBox(), "5-about");
+    w.aboutBox()->reject();
+    trigger(u"Select Ebook Language"_s);
+    shoot(w.languageDialog(), "6-language");
+    w.languageDialog()->reject();
+    for (QAbstractButton* button : w.findChildren<QAbstractButton*>())
+        if (button->text() == u"&Power User Function"_s) button->click();
+    shoot(w.toolsWindow(), "7-tools");
 }
 
 } // namespace
