@@ -65,7 +65,7 @@ MainWindow::MainWindow(DesktopServices& desktop, QWidget* parent)
     buildMenus();
     wireSignals();
     LoadWindowPlacement(this, m_session->settings.globalIniPath(),
-                        QLatin1String(Keys::MainWindowSection), kMinimumSize);
+                        QLatin1String(Keys::MainWindowSection), kMinimumSize, QSize(980, 640));
 }
 
 MainWindow::~MainWindow() = default;

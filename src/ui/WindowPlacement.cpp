@@ -1,6 +1,7 @@
 #include "ui/WindowPlacement.h"
 
 #include "library/FormPosition.h"
+#include "library/cInifile.h"
 
 #include <QScreen>
 #include <QWidget>
@@ -26,10 +27,18 @@ void SaveWindowPlacement(const QWidget* window, const QString& iniPath, const QS
 }
 
 void LoadWindowPlacement(QWidget* window, const QString& iniPath, const QString& section,
-                         QSize minimum) {
+                         QSize minimum, QSize firstSize) {
+    const QRect screen = window->screen()->availableGeometry();
+    QString stored;
+    IniRead(iniPath, section, QStringLiteral("Width"), stored);
+    if (stored.isEmpty()) { // the first run: a good size in the middle of the screen
+        window->resize(firstSize.boundedTo(screen.size()).expandedTo(minimum));
+        window->move(screen.center() - window->rect().center());
+        return;
+    }
     cInifile ini = placementIni(iniPath, section);
-    const FormPlacement placed = LoadFormPosition(ini, {window->geometry(), false, false}, minimum,
-                                                  window->screen()->availableGeometry());
+    const FormPlacement placed =
+        LoadFormPosition(ini, {window->geometry(), false, false}, minimum, screen);
     window->setGeometry(placed.frame);
     if (placed.maximised) window->setWindowState(window->windowState() | Qt::WindowMaximized);
 }

@@ -8,9 +8,10 @@ class QWidget;
 namespace qmr {
 
 // A window's placement kept between runs in a section of an ini file (in twips, as
-// SaveFormPosition writes it), and put back inside the screen it is on.
+// SaveFormPosition writes it), and put back inside the screen it is on. With none stored yet,
+// the window takes `firstSize` in the middle of the screen.
 void SaveWindowPlacement(const QWidget* window, const QString& iniPath, const QString& section);
 void LoadWindowPlacement(QWidget* window, const QString& iniPath, const QString& section,
-                         QSize minimum);
+                         QSize minimum, QSize firstSize);
 
 } // namespace qmr
