@@ -1,5 +1,6 @@
 #include "ui/MainWindow.h"
 
+#include "catalogue/TextFiles.h"
 #include "platform/FileAssociation.h"
 #include "platform/PathSeparators.h"
 #include "ui/AboutBox.h"
@@ -355,7 +356,10 @@ void MainWindow::syncList() {
 
 void MainWindow::showCurrentScrapbook() {
     const ScrapbookList& list = m_session->list;
-    m_caption->setText(list.caption);
+    // A scrapbook whose settings name it not goes by its folder's name, as in the list.
+    m_caption->setText(list.caption.isEmpty() && !list.currentFolder.isEmpty()
+                           ? GetLastFolderName(RemoveBackslash(list.currentFolder))
+                           : list.caption);
     m_statusCount->setText(list.statusCount);
     m_statusFolder->setText(ToNativePath(list.statusFolder));
     m_statusFolder->setToolTip(m_statusFolder->text());
