@@ -86,7 +86,8 @@ TEST(ContentPage, MarkersChooseTheSkinLogitechFirst) {
         // Every picture the skin names is where its base address points.
         static const QRegularExpression named(u"(?:src|background)=\"([^\"/:]+\\.(?:gif|jpg))\""_s);
         for (const auto& match : named.globalMatch(text))
-            EXPECT_TRUE(QFile::exists(s.path(match.captured(1)))) << match.captured(1).toStdString();
+            EXPECT_TRUE(QFile::exists(s.path(match.captured(1))))
+                << match.captured(1).toStdString();
         EXPECT_EQ(test::ReadBytes(s.path(own)), "the user's own");
         for (const QString& part : c.parts)
             EXPECT_TRUE(text.contains(part)) << part.toStdString();
