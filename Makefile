@@ -9,11 +9,13 @@ JOBS ?= $(shell nproc)
 # searches the books' full-text index; xmllint checks the catalogues Quillmere writes.
 # FreeImage makes the picture copies; ImageMagick draws the tests' pictures and reads the
 # copies back; vipsthumbnail is what the picture benchmark measures the copies against.
-# Chromium reads the generated website back in the tests.
+# Chromium reads the generated website back in the tests. The window's screenshots are drawn
+# on Xvfb with the Noto CJK fonts; the window registers the catalogue type with
+# update-mime-database; cpack finds the package's dependencies with dpkg-dev.
 PACKAGES := cmake ninja-build g++ pkg-config qt6-base-dev libicu-dev libgtest-dev \
             libbenchmark-dev fp-utils libchm-bin p7zip-full libxml2-utils libmspack-dev \
             libchm-dev python3-chm libfreeimage-dev imagemagick libvips-tools clang-format \
-            chromium
+            chromium xvfb xauth fonts-noto-cjk shared-mime-info dpkg-dev
 
 BUILD := build
 SANITIZED := build-sanitize

@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
 # Draws the pictures Quillmere writes into scrapbooks: the type icons of the list, folder and
-# content pages (src/website/icons/) and the pictures of the two decorated content page skins
-# (src/website/skins/). Needs ImageMagick 6 and the DejaVu fonts (Debian: imagemagick,
-# fonts-dejavu-core). The same tools give the same bytes, so running it again changes nothing.
+# content pages (src/website/icons/), the pictures of the two decorated content page skins
+# (src/website/skins/) and the gallery's picture of an item without pictures
+# (src/website/site/); and the program's own icon in the sizes a desktop asks for
+# (src/ui/icons/; quillmere.svg there is the same drawing for scalable use). Needs ImageMagick 6
+# and the DejaVu fonts (Debian: imagemagick, fonts-dejavu-core). The same tools give the same
+# bytes, so running it again changes nothing.
 #
-#   scripts/make-pictures.sh            # writes both folders
+#   scripts/make-pictures.sh            # writes every folder
 set -euo pipefail
 
 IM=/usr/bin/convert # the real ImageMagick, whatever else is first on the path
@@ -12,7 +15,8 @@ ROOT=$(cd "$(dirname "$0")/.." && pwd)
 ICONS=$ROOT/src/website/icons
 SKINS=$ROOT/src/website/skins
 SITE=$ROOT/src/website/site
-mkdir -p "$ICONS" "$SKINS" "$SITE"
+APP=$ROOT/src/ui/icons
+mkdir -p "$ICONS" "$SKINS" "$SITE" "$APP"
 
 # The colours of the pages: the navy, blue and pale blue of the kiosk skin, the teal of the
 # list tables, and the greys of the logitech skin.
@@ -27,6 +31,7 @@ times() { awk -v f="$1" -v s=$SS 'BEGIN { printf "%g", f * s }'; }
 # GIFs and JPEGs without dates or comments, so the bytes depend on the drawing alone.
 gif() { "$IM" "$@" -strip +set date:create +set date:modify "GIF:$OUT"; }
 jpg() { "$IM" "$@" -strip -sampling-factor 1x1 -quality 95 "JPG:$OUT"; }
+png() { "$IM" "$@" -strip -define png:exclude-chunks=date,time "PNG:$OUT"; }
 
 # The quill on a 100 by 100 grid, scaled by $1 and moved by $2,$3: a feather from the top
 # right to a split nib at the bottom left, its shaft drawn through the vane in colour $5.
@@ -118,4 +123,16 @@ OUT=$SITE/no-picture.jpg jpg -size $((100 * SS))x$((75 * SS)) gradient:"$PALE-wh
     -fill "$SKY" -draw "circle $((64 * SS)),$((24 * SS)) $((64 * SS)),$((19 * SS))" \
     -resize 100x75!
 
-echo "pictures written to $ICONS, $SKINS and $SITE"
+# ---- the program's icon: a white quill on a navy tile with a teal rim, over a mint line ----
+T=$((256 * SS))
+OUT=$APP/quillmere-256.png png -size ${T}x${T} xc:none \
+    -fill "$NAVY" -stroke "$TEAL" -strokewidth $((12 * SS)) \
+    -draw "roundrectangle $((14 * SS)),$((14 * SS)) $((242 * SS)),$((242 * SS)) $((48 * SS)),$((48 * SS))" \
+    -stroke none -fill "$MINT" -draw "rectangle $((96 * SS)),$((200 * SS)) $((196 * SS)),$((208 * SS))" \
+    -draw "$(quill "$(times 1.9)" "$(times 34)" "$(times 24)" white "$DEEP")" \
+    -resize 256x256
+for size in 128 64 48 32 16; do
+    OUT=$APP/quillmere-$size.png png "$APP/quillmere-256.png" -resize ${size}x${size}
+done
+
+echo "pictures written to $ICONS, $SKINS, $SITE and $APP"

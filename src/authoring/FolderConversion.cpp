@@ -205,6 +205,10 @@ void convert(const AuthoringContext& context, ConversionPlan& plan) {
         described.append({item.id, itemTitle(item), item.source, itemIcon(item)});
         writeItemFolder(context, plan, item);
         context.host.yield();
+        if (context.host.cancelled())
+            fail(plan.scrapbookFolder, 0, CancelledProblem(),
+                 QStringLiteral("The catalogue was not written, so the item folders made are not "
+                                "part of any scrapbook; convert the folder again to make it"));
     }
     QString reason;
     if (!FolderCatalogue(rootId, plan.folderName, described).Save(plan.scrapbookFolder, &reason))

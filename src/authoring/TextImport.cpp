@@ -184,6 +184,10 @@ ImportResult ImportTextToScrapbook(const AuthoringContext& context, const QStrin
         }
         ++result.pagesWritten;
         context.host.yield();
+        if (context.host.cancelled()) {
+            result.problem = CancelledProblem();
+            return result;
+        }
     }
     // The last page written is left out of the catalogue.
     const int lastListed = int(entries.size()) - 2;

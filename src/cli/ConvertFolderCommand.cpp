@@ -33,14 +33,12 @@ int ConvertFolderCommand::execute(const QStringList& arguments, ConsoleHost& hos
         return ExitBadInput;
     }
     // The list is loaded as at start-up, so that the new scrapbook joins the known ones.
-    const LibraryFolders folders = LibraryFolders::current();
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    LoadListAtStartUp(list, folders, host);
+    Session session(host);
+    LoadListAtStartUp(session);
 
     AuthoringContext context(host);
     context.chrome.scrapbookName = GetLastFolderName(folder);
-    context.chrome.addresses = settings.siteAddresses();
+    context.chrome.addresses = session.settings.siteAddresses();
     const ConversionResult converted =
         ConvertFolderToScrapbook(context, folder, ListFolderFiles(folder));
     if (!converted.ok) {
@@ -51,8 +49,9 @@ int ConvertFolderCommand::execute(const QStringList& arguments, ConsoleHost& hos
                          .arg(converted.itemCount)
                          .arg(ToNativePath(converted.scrapbookFolder)));
 
-    const MultiBookResult registered = RegisterNewScrapbook(
-        list, converted.scrapbookName, RemoveBackslash(converted.scrapbookFolder), folders);
+    const MultiBookResult registered =
+        RegisterNewScrapbook(session.list, converted.scrapbookName,
+                             RemoveBackslash(converted.scrapbookFolder), session.folders);
     for (const QString& problem : registered.problems)
         PrintError(QStringLiteral("quillmere: the scrapbook was made, but ") + problem);
     return ExitOk;

@@ -2,7 +2,7 @@
 
 #include "catalogue/TextFiles.h"
 #include "ebook/EbookBuild.h"
-#include "library/Settings.h"
+#include "library/Session.h"
 #include "platform/AppFolder.h"
 #include "platform/PathSeparators.h"
 #include "platform/Processes.h"
@@ -62,25 +62,15 @@ bool parse(const QStringList& arguments, EbookArguments& parsed, QString* error)
 
 // The options as the window would hold them for this scrapbook, then the command line's.
 EbookRequest makeRequest(ConsoleHost& host, const EbookArguments& parsed, const QString& folder) {
-    AppSettings settings(host);
-    EbookRequest request;
-    request.folder = folder;
-    request.options.language = settings.Load_Settings();
-    const ScrapbookProperties properties = settings.load_ScrapbookName(ScrapbookIniPath(folder));
-    request.options.linkToSourceURL = properties.linkToSourceURL;
-    request.options.makeChmFile = properties.makeChmFile;
-    request.options.homePageFilename = settings.HomePageFilename;
+    Session session(host);
+    session.useScrapbook(folder);
+    EbookRequest request = EbookRequestFor(session);
     if (parsed.language) request.options.language = *parsed.language;
     if (parsed.linkToSource) request.options.linkToSourceURL = *parsed.linkToSource;
     if (parsed.compile) request.options.makeChmFile = *parsed.compile;
     request.options.googleAD = parsed.googleAD;
     request.options.index2org = parsed.index2org;
     request.options.appendFolderPage = parsed.appendFolderPage;
-    request.chrome.scrapbookName =
-        properties.name.isEmpty() ? GetLastFolderName(folder) : properties.name;
-    request.chrome.addresses = settings.siteAddresses();
-    request.tools = settings.helpTools();
-    request.limits = settings.catalogueLimits();
     request.view = parsed.view && HasDisplay();
     return request;
 }

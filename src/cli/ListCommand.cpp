@@ -31,9 +31,8 @@ bool readCommandLineFolder(const QStringList& arguments, QString& folder) {
 
 } // namespace
 
-bool LoadListAtStartUp(ScrapbookList& list, const LibraryFolders& folders, ConsoleHost& host,
-                       const QString& commandLineFolder) {
-    const ListLoadReport report = LoadAllScrapbooksIntoList(list, folders, host, commandLineFolder);
+bool LoadListAtStartUp(Session& session) {
+    const ListLoadReport report = session.loadList();
     for (const InputError& skipped : report.skippedStoreLines)
         PrintError(QStringLiteral("quillmere: ") + skipped.text());
     if (!report.storeProblem.isEmpty())
@@ -53,13 +52,13 @@ QString ListCommand::description() const {
 int ListCommand::execute(const QStringList& arguments, ConsoleHost& host) {
     QString folder;
     if (!readCommandLineFolder(arguments, folder)) return ExitBadInput;
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    const bool clean = LoadListAtStartUp(list, LibraryFolders::current(), host, folder);
-    for (const ScrapbookRow& row : list.rows())
+    Session session(host);
+    session.commandLineFolder = folder;
+    const bool clean = LoadListAtStartUp(session);
+    for (const ScrapbookRow& row : session.list.rows())
         PrintLine(QStringList{row.name, row.pageCount, ToNativePath(row.directory)}.join(
             QLatin1Char('\t')));
-    PrintLine(list.StatusShowScrapbookCount());
+    PrintLine(session.list.StatusShowScrapbookCount());
     return clean ? ExitOk : ExitBadInput;
 }
 

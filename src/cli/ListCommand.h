@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "library/ScrapbookList.h"
+#include "library/Session.h"
 
 namespace qmr {
 
@@ -15,9 +15,9 @@ class ListCommand : public Command {
     int execute(const QStringList& arguments, ConsoleHost& host) override;
 };
 
-// Loads `list` as the window does at start-up, telling on stderr of the store lines it
-// skipped and of a command-line folder the store could not take. False when a line was skipped.
-bool LoadListAtStartUp(ScrapbookList& list, const LibraryFolders& folders, ConsoleHost& host,
-                       const QString& commandLineFolder = QString());
+// Loads the session's list as the window does at start-up, telling on stderr of the store
+// lines it skipped and of a command-line folder the store could not take. False when a line
+// was skipped.
+bool LoadListAtStartUp(Session& session);
 
 } // namespace qmr

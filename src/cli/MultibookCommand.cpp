@@ -24,13 +24,11 @@ int addScrapbook(const QString& argument, ConsoleHost& host) {
                        .arg(ToNativePath(folder)));
         return ExitBadInput;
     }
-    const LibraryFolders folders = LibraryFolders::current();
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    LoadListAtStartUp(list, folders, host);
+    Session session(host);
+    LoadListAtStartUp(session);
     const QString path = RemoveBackslash(folder);
     const MultiBookResult result =
-        AddToMultiScrapbookList(list, GetLastFolderName(path), path, folders);
+        AddToMultiScrapbookList(session.list, GetLastFolderName(path), path, session.folders);
     if (result.written)
         for (const QString& entry : result.entries)
             host.add2loglist(entry);

@@ -68,16 +68,16 @@ int WebsitesCommand::execute(const QStringList& arguments, ConsoleHost& host) {
     WebsiteArguments parsed;
     if (!ParseWebsiteArguments(name(), arguments, kBuildOptions, false, parsed))
         return ExitBadInput;
-    AppSettings settings(host);
-    ScrapbookList list(settings);
-    const bool clean = LoadListAtStartUp(list, LibraryFolders::current(), host);
-    WebsiteOptions options = CommandLineWebsiteOptions(settings, parsed);
+    Session session(host);
+    const bool clean = LoadListAtStartUp(session);
+    WebsiteOptions options = CommandLineWebsiteOptions(session.settings, parsed);
     options.prepare = [&](const WebsiteRequest& request) {
-        return PrepareLinkedPages(host, settings, request);
+        return PrepareLinkedPages(host, session.settings, request);
     };
     host.allowOpeningDocuments = parsed.open && HasDisplay();
     WebsiteStatus status; // the log lines already name each scrapbook
-    const AllWebsitesResult all = BuildAllWebsites(host, status, list.rows(), settings, options);
+    const AllWebsitesResult all =
+        BuildAllWebsites(host, status, session.list.rows(), session.settings, options);
     if (!all.failed.isEmpty()) {
         PrintError(QStringLiteral("quillmere: these websites failed: ") +
                    all.failed.join(QStringLiteral(", ")));

@@ -18,9 +18,7 @@ namespace {
 constexpr std::chrono::milliseconds kWaitStep(500);
 
 // Why no book was written: how many errors, the first of them, and where the rest are.
-QString problemOf(const chm::CompileLog& log, const QString& errorLog, bool cancelled) {
-    if (cancelled)
-        return QStringLiteral("Compiling the e-book was cancelled; no book was written.");
+QString problemOf(const chm::CompileLog& log, const QString& errorLog) {
     QString first;
     for (const QString& line : log.lines())
         if (line.startsWith(QLatin1String("Error: "))) {
@@ -69,7 +67,9 @@ CompileResult RunBuiltInCompiler(BuildHost& host, const QString& projectPath,
     const QString errorLog =
         QFileInfo(projectPath).absolutePath() + QStringLiteral("/ErrorLog.log");
     WriteFileAtomically(errorLog, log.lines().join(QStringLiteral("\r\n")).toUtf8() + "\r\n");
-    if (!result.ok) result.problem = problemOf(log, errorLog, stop);
+    result.cancelled = !result.ok && stop;
+    if (!result.ok)
+        result.problem = result.cancelled ? CancelledProblem() : problemOf(log, errorLog);
     return result;
 }
 

@@ -32,10 +32,12 @@ QString secondsText(double seconds) {
     return QString::number(double(float(seconds)), 'g', 7);
 }
 
+// A stage that ends early because the user asked says so, whatever the stage reported.
 EbookResult failed(BuildHost& host, const QString& problem) {
-    host.add2loglist(problem);
     EbookResult result;
-    result.problem = problem;
+    result.cancelled = host.cancelled();
+    result.problem = result.cancelled ? CancelledProblem() : problem;
+    host.add2loglist(result.problem);
     return result;
 }
 
@@ -104,6 +106,10 @@ bool BuildChm(EbookContext& build, const EbookRequest& request, EbookResult& res
             RunHelpCompiler(build.host, request.tools, build.folder + QStringLiteral("Index.hhp"),
                             build.outputPath);
         seconds = compiled.seconds;
+        if (compiled.cancelled) {
+            result.problem = compiled.problem;
+            return false;
+        }
         if (compiled.ok)
             result.chmPath = build.outputPath;
         else
@@ -124,6 +130,22 @@ bool prepareSavedPages(const EbookContext& build, QString* problem) {
 
 } // namespace
 
+EbookRequest EbookRequestFor(Session& session) {
+    const BuildOptions& live = session.options();
+    EbookRequest request;
+    request.folder = session.currentFolder();
+    request.options.language = live.language;
+    request.options.linkToSourceURL = live.properties.linkToSourceURL;
+    request.options.makeChmFile = live.properties.makeChmFile;
+    request.options.googleAD = live.googleAD;
+    request.options.homePageFilename = session.settings.HomePageFilename;
+    request.chrome.scrapbookName = session.displayName();
+    request.chrome.addresses = session.settings.siteAddresses();
+    request.tools = session.settings.helpTools();
+    request.limits = session.settings.catalogueLimits();
+    return request;
+}
+
 EbookResult StartCreateChmEbook(BuildHost& host, const EbookRequest& request) {
     if (request.folder.trimmed().isEmpty()) {
         host.messageBox(kSelectFirst);
@@ -142,7 +164,7 @@ EbookResult StartCreateChmEbook(BuildHost& host, const EbookRequest& request) {
     QString problem;
     if (!recodeAndLoad(host, request.folder, request.limits, catalogue, &problem)) {
         EbookResult result = failed(host, problem);
-        result.badInput = true;
+        result.badInput = !result.cancelled;
         return result;
     }
     const CatalogueWalk walk(catalogue);
@@ -151,13 +173,11 @@ EbookResult StartCreateChmEbook(BuildHost& host, const EbookRequest& request) {
     build.options = request.options;
     build.chrome = request.chrome;
     build.chrome.advertising = request.options.googleAD && request.options.makeChmFile;
-    if (!prepareSavedPages(build, &problem)) return failed(host, problem);
+    if (!prepareSavedPages(build, &problem) || host.cancelled()) return failed(host, problem);
 
     EbookResult result;
-    if (!BuildChm(build, request, result)) {
-        host.add2loglist(result.problem);
-        return result;
-    }
+    if (!BuildChm(build, request, result)) return failed(host, result.problem);
+    result.contentPage = build.content.pagePath();
     if (!WriteVideoPage(build.chrome, build.folder + QStringLiteral("data/qmr/PlayAllVideos.html"),
                         QStringLiteral("Play All Videos on this Scrapbook"),
                         QStringLiteral("WMV_Play_List.wpl"), &problem))

@@ -3,6 +3,7 @@
 #include "ebook/EbookOptions.h"
 #include "ebook/HelpCompiler.h"
 #include "host/BuildHost.h"
+#include "library/Session.h"
 #include "website/PageChrome.h"
 
 #include <QString>
@@ -20,11 +21,17 @@ struct EbookRequest {
 };
 
 struct EbookResult {
-    bool ok = false;       // everything asked for was made
-    QString chmPath;       // the compiled book, empty when none was compiled
-    QString problem;       // why not, when not ok
-    bool badInput = false; // the problem lies in the scrapbook (its catalogue), not the build
+    bool ok = false;        // everything asked for was made
+    QString chmPath;        // the compiled book, empty when none was compiled
+    QString contentPage;    // the content page written, empty when no item is marked for one
+    QString problem;        // why not, when not ok
+    bool badInput = false;  // the problem lies in the scrapbook (its catalogue), not the build
+    bool cancelled = false; // the user stopped the build
 };
+
+// A build of the session's current scrapbook with the session's live options and settings;
+// the saved pages are left as they are (the window's two page options are its own).
+EbookRequest EbookRequestFor(Session& session);
 
 // The whole e-book build of one scrapbook, from the saved pages to the viewer.
 EbookResult StartCreateChmEbook(BuildHost& host, const EbookRequest& request);

@@ -92,8 +92,15 @@ CompileResult RunOutsideCompiler(BuildHost& host, const QString& compilerLine,
         ++round;
         host.add2loglist(QStringLiteral("Creating ebook now...") + QString::number(round));
         host.yield();
-    } while (!ended);
+    } while (!ended && !host.cancelled());
     result.seconds = double(timer.nsecsElapsed()) / 1e9;
+    if (!ended) {
+        compiler.stop();
+        CheckAndDeleteFile(outputPath);
+        result.cancelled = true;
+        result.problem = CancelledProblem();
+        return result;
+    }
 
     const QByteArray output = compiler.output();
     const QString errorLog = folder + QStringLiteral("ErrorLog.log");

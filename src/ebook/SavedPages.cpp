@@ -84,6 +84,7 @@ void Index2ORG(BuildHost& host, const Catalogue& catalogue, const QString& folde
         const QString org = originalPage(dir);
         if (!QFile::exists(org)) CopyFileIfExists(dir + QStringLiteral("index.html"), org);
         host.yield();
+        if (host.cancelled()) return;
     }
 }
 
@@ -110,6 +111,10 @@ bool AppendFolderPage(BuildHost& host, const Catalogue& catalogue, const Catalog
         }
         if (!rebuildPage(item, folder, side, gathered, error)) return false;
         host.yield();
+        if (host.cancelled()) {
+            if (error) *error = CancelledProblem();
+            return false;
+        }
     }
     return true;
 }

@@ -10,6 +10,7 @@
 namespace qmr {
 
 // Keeps every saved page as "org.html" beside it, once: an existing one is never replaced.
+// Both stop between pages when the host is told to stop; each page is either done or untouched.
 void Index2ORG(BuildHost& host, const Catalogue& catalogue, const QString& folder);
 
 // Rebuilds every saved page from its "org.html" (made from the page the first time), with

@@ -163,7 +163,13 @@ bool HHC(EbookContext& build, const QString& path, QString* error) {
             file.writeLine(QStringLiteral("      </UL>"));
             break;
         }
-        if (++done % kStepsPerYield == 0) build.host.yield();
+        if (++done % kStepsPerYield == 0) {
+            build.host.yield();
+            if (build.host.cancelled()) {
+                if (error) *error = CancelledProblem();
+                return false;
+            }
+        }
     }
     if (!build.walk.ok()) {
         if (error) *error = build.walk.error();

@@ -31,4 +31,10 @@ class BuildHost {
     virtual bool cancelled() const { return false; }
 };
 
+// What a builder that stopped because the user asked it to says in its result and the log.
+inline QString CancelledProblem() {
+    return QStringLiteral("Stopped on request: the files made so far stay, the rest were not "
+                          "made.");
+}
+
 } // namespace qmr

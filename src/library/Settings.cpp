@@ -82,7 +82,8 @@ EbookLanguage AppSettings::Load_Settings() {
 
 void AppSettings::SaveLanguage(EbookLanguage language) {
     use(m_globalIni, Keys::Language);
-    SharedIni.setValue(QString::number(int(language)));
+    SharedIni.setValue(language == EbookLanguage::None ? QString()
+                                                       : QString::number(int(language)));
     checkSuccess();
 }
 
@@ -152,7 +153,32 @@ SiteAddresses AppSettings::siteAddresses() const {
     override(read(Keys::AdScript), addresses.adScript);
     override(read(Keys::AdPublisherId), addresses.adPublisherId);
     override(read(Keys::VideoSiteBase), addresses.videoSiteBase);
+    override(read(Keys::ForumPage), addresses.forumPage);
     return addresses;
+}
+
+DesktopTools AppSettings::desktopTools() const {
+    return {read(Keys::TextEditor), read(Keys::FileManager), read(Keys::SystemInformation),
+            read(Keys::DeviceSettings)};
+}
+
+WebsiteSchedule AppSettings::websiteSchedule() const {
+    WebsiteSchedule schedule;
+    schedule.enabled = SettingNumber(read(Keys::ScheduleWebsites)) != 0;
+    const QTime time = QTime::fromString(read(Keys::ScheduleTime), QStringLiteral("H:mm"));
+    if (time.isValid()) schedule.time = time;
+    return schedule;
+}
+
+bool AppSettings::saveWebsiteSchedule(const WebsiteSchedule& schedule) {
+    use(m_globalIni, Keys::ScheduleWebsites);
+    SharedIni.setValue(schedule.enabled ? QStringLiteral("1") : QStringLiteral("0"));
+    const bool written = SharedIni.Success();
+    use(m_globalIni, Keys::ScheduleTime);
+    SharedIni.setValue(schedule.time.toString(QStringLiteral("HH:mm")));
+    if (written && SharedIni.Success()) return true;
+    m_host.messageBox(kFailedToSetValue);
+    return false;
 }
 
 bool AppSettings::applyCodePage(QString* error) const {

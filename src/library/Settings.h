@@ -5,6 +5,7 @@
 #include "library/cInifile.h"
 
 #include <QString>
+#include <QTime>
 
 namespace qmr {
 
@@ -24,11 +25,20 @@ inline constexpr SettingKey CatalogueLines{"Limits", "CatalogueLines"};
 inline constexpr SettingKey CatalogueItems{"Limits", "CatalogueItems"};
 inline constexpr SettingKey HelpCompiler{"Tools", "HelpCompiler"};
 inline constexpr SettingKey HelpViewer{"Tools", "HelpViewer"};
+inline constexpr SettingKey TextEditor{"Tools", "TextEditor"};
+inline constexpr SettingKey FileManager{"Tools", "FileManager"};
+inline constexpr SettingKey SystemInformation{"Tools", "SystemInformation"};
+inline constexpr SettingKey DeviceSettings{"Tools", "DeviceSettings"};
+inline constexpr SettingKey ScheduleWebsites{"Schedule", "BuildAllWebsites"};
+inline constexpr SettingKey ScheduleTime{"Schedule", "Time"};
 inline constexpr SettingKey ProjectHomePage{"Site", "ProjectHomePage"};
 inline constexpr SettingKey MakerSite{"Site", "MakerSite"};
 inline constexpr SettingKey AdScript{"Site", "AdScript"};
 inline constexpr SettingKey AdPublisherId{"Site", "AdPublisherId"};
 inline constexpr SettingKey VideoSiteBase{"Site", "VideoSiteBase"};
+inline constexpr SettingKey ForumPage{"Site", "ForumPage"};
+// The main window's placement: Left, Top, Width, Height (twips) and Maximised.
+inline constexpr const char* MainWindowSection = "MainWindow";
 // ScrapbookPrj.ini
 inline constexpr SettingKey ScrapbookName{"Scrapbook", "ScrapbookName"};
 inline constexpr SettingKey LinkToSourceURL{"Build", "LinkToSourceURL"};
@@ -53,6 +63,21 @@ struct HelpTools {
     QString viewer;
 };
 
+// The outside programs the window starts ([Tools]), each a command line to which the file or
+// folder is added; empty where the user has chosen none (the platform then picks one).
+struct DesktopTools {
+    QString textEditor;
+    QString fileManager;
+    QString systemInformation;
+    QString deviceSettings;
+};
+
+// Building every website unattended once a day ([Schedule]): whether it is on, and when.
+struct WebsiteSchedule {
+    bool enabled = false;
+    QTime time = QTime(3, 0);
+};
+
 // Addresses that the generated pages link to ([Site]), each with its default.
 struct SiteAddresses {
     QString projectHomePage = QStringLiteral("https://quillmere.org/");
@@ -61,6 +86,8 @@ struct SiteAddresses {
     QString adPublisherId = QStringLiteral("pub-0000000000000000");
     // The published copy of a scrapbook's "data/" folder, for the website playlists.
     QString videoSiteBase = QStringLiteral("https://quillmere.org/scrapbook/data/");
+    // Where users talk about the program and download it (the Help menu).
+    QString forumPage = QStringLiteral("https://quillmere.org/forum/");
 };
 
 // A number as every setting is read: the leading number of the text ("1.0" is 1, " 12ab" is
@@ -84,7 +111,7 @@ class AppSettings {
     // when the key is missing). Also becomes the current scrapbook name.
     QString ReadScrapbookName(const QString& iniPath);
 
-    // Quillmere.ini [Language] Language.
+    // Quillmere.ini [Language] Language; None is written as an empty value.
     EbookLanguage Load_Settings();
     void SaveLanguage(EbookLanguage language);
 
@@ -99,7 +126,11 @@ class AppSettings {
     // Quillmere.ini values the builders read, each a fresh read with its default.
     CatalogueLimits catalogueLimits() const;
     HelpTools helpTools() const;
+    DesktopTools desktopTools() const;
     SiteAddresses siteAddresses() const;
+    WebsiteSchedule websiteSchedule() const;
+    // False, with "Failed to set value." shown, when Quillmere.ini could not be written.
+    bool saveWebsiteSchedule(const WebsiteSchedule& schedule);
     // Selects the local code page from [Environment] CodePage where the platform allows a
     // choice. False, with the reason, for a name the converter does not know.
     bool applyCodePage(QString* error) const;

@@ -27,6 +27,9 @@ class cInifile {
     // Writes Section/Key = sValue with every NUL removed; creates the file and the section.
     void setValue(const QString& sValue);
 
+    // Marks the last operation failed, for operations made of several writes.
+    void setFailed() { m_lastReturnCode = 0; }
+
     // The section names of the file, each followed by a NUL.
     QString Sections() const;
     // The non-empty section names of the file, in file order.

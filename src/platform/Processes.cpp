@@ -16,10 +16,13 @@ QStringList SplitCommandLine(const QString& commandLine) {
 RunningProgram::RunningProgram() = default;
 
 RunningProgram::~RunningProgram() {
-    if (m_process && m_process->state() != QProcess::NotRunning) {
-        m_process->kill();
-        m_process->waitForFinished(5000);
-    }
+    stop();
+}
+
+void RunningProgram::stop() {
+    if (!m_process || m_process->state() == QProcess::NotRunning) return;
+    m_process->kill();
+    m_process->waitForFinished(5000);
 }
 
 bool RunningProgram::start(const QStringList& command, const QString& workingFolder) {

@@ -30,6 +30,8 @@ class RunningProgram {
     bool start(const QStringList& command, const QString& workingFolder);
     // Waits at most `milliseconds`; true once the program has ended (at once if it already has).
     bool waitStep(int milliseconds);
+    // Ends the program now (the user cancelled the work it was doing) and waits for it to go.
+    void stop();
     // The program's exit code once it has ended; -1 when it crashed or never started.
     int exitCode() const;
     // Everything the program has written so far.

@@ -79,6 +79,32 @@ TEST(HelpCompiler, WaitsInHalfSecondStepsAndKeepsTheCompilersOutput) {
     EXPECT_EQ(ReadBytes(s.book + u"ErrorLog.log"_s), "Note: compiling\nbanner\n");
 }
 
+// A host whose user asks the build to stop after `steps` yields.
+class StoppingHost : public RecordingHost {
+  public:
+    explicit StoppingHost(int steps) : m_steps(steps) {}
+    void yield() override { --m_steps; }
+    bool cancelled() const override { return m_steps <= 0; }
+
+  private:
+    int m_steps;
+};
+
+TEST(HelpCompiler, AStopEndsTheCompilerAndRemovesItsUnfinishedBook) {
+    if (HostIsWindows()) GTEST_SKIP() << "the stand-in compiler is a shell script";
+    CompileSetup s;
+    WriteScript(s.temp, u"hhc"_s, u"printf 'ITSF half' > '%1'\nsleep 60\n"_s.arg(s.output));
+    StoppingHost host(2);
+    QDeadlineTimer deadline(30000);
+    const CompileResult result =
+        RunHelpCompiler(host, {s.temp.path() + u"hhc"_s, {}}, s.project, s.output);
+    EXPECT_FALSE(deadline.hasExpired());
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_EQ(result.problem, CancelledProblem());
+    EXPECT_EQ(host.log, CountedLines(2));
+    EXPECT_FALSE(QFileInfo::exists(s.output));
+}
+
 TEST(HelpCompiler, JudgesTheBookItselfNotTheExitCode) {
     if (HostIsWindows()) GTEST_SKIP() << "the stand-in compiler is a shell script";
     struct Case {

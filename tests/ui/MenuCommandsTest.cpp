@@ -1,0 +1,223 @@
+#include "WindowTestSupport.h"
+
+#include "ui/SlideShow.h"
+#include "ui/WebsiteScheduleTimer.h"
+#include "website/WebsiteCommands.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace qmr::test {
+namespace {
+
+using MenuCommands = WindowTest;
+
+TEST_F(MenuCommands, EveryCaptionOfTheTableWithAMnemonicOfItsOwn) {
+    MainWindow& w = start();
+    const QList<QStringList> table = {
+        {u"File"_s, u"Exit"_s},
+        {u"Scrapbook"_s, u"Open Scrapbook Folder"_s, u"Open Content Page"_s,
+         u"Automatic Slider Show Pictures"_s, u"DeleteScrapbook in this List but keep data"_s,
+         u"Scrapbok Property"_s},
+        {u"Ebook"_s, u"Make Ebook"_s, u"Select Ebook Language"_s,
+         u"Open Chm Ebook Output Library"_s},
+        {u"Express Functions"_s, u"Build all websites with all functions"_s,
+         u"Build a website with All functions"_s, u"Create Home Page"_s, u"Create Photo Page"_s,
+         u"Create Icons"_s, u"Create Icons640x480"_s, u"Converter File Folder to Scrapbook"_s,
+         u"Add Scrapbook to MutiScrapbook List"_s, u"Save to MutiScrapbook"_s,
+         u"Schedule Create All Scrapbook's Website"_s, u"Content Post for Forum"_s,
+         u"Create Post for Forum"_s, u"Edit ScrapBookStore.txt "_s, u"Make Video on Html Page"_s,
+         u"Create Windows Media Player List for Video"_s},
+        {u"Help"_s, u"Project Page"_s, u"Forum and Download"_s, u"About"_s}};
+    const QList<QAction*> menus = w.menuBar()->actions();
+    ASSERT_EQ(menus.size(), table.size());
+    QSet<QChar> topMnemonics;
+    for (int m = 0; m < table.size(); ++m) {
+        EXPECT_EQ(QString(menus.at(m)->text()).remove(u'&'), table.at(m).first());
+        const QString top = menus.at(m)->text();
+        topMnemonics.insert(top.at(top.indexOf(u'&') + 1).toLower());
+        QStringList captions;
+        QSet<QChar> mnemonics;
+        for (const QAction* action : menus.at(m)->menu()->actions()) {
+            if (action->isSeparator()) continue;
+            const QString text = action->text();
+            ASSERT_GE(text.indexOf(u'&'), 0) << text.toStdString();
+            EXPECT_FALSE(mnemonics.contains(text.at(text.indexOf(u'&') + 1).toLower()))
+                << text.toStdString();
+            mnemonics.insert(text.at(text.indexOf(u'&') + 1).toLower());
+            captions << QString(text).remove(u'&');
+        }
+        for (const QString& caption : table.at(m).mid(1))
+            EXPECT_TRUE(captions.contains(caption)) << caption.toStdString();
+    }
+    EXPECT_EQ(topMnemonics.size(), table.size());
+    EXPECT_EQ(w.command(u"Make Ebook"_s)->shortcut(), QKeySequence(Qt::Key_F9));
+
+    // The keyboard alone: Alt+E opens the Ebook menu, and L there the language dialog.
+    w.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&w));
+    QTest::keyClick(&w, Qt::Key_E, Qt::AltModifier);
+    auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(popup, nullptr);
+    EXPECT_EQ(popup->title(), u"&Ebook"_s);
+    QTest::keyClick(popup, Qt::Key_L);
+    EXPECT_NE(w.languageDialog(), nullptr);
+}
+
+TEST_F(MenuCommands, WebsitesAreBuiltOffTheWindowThread) {
+    const QString folder = CopyOfExample(root);
+    MainWindow& w = startWith(folder);
+    trigger(u"Build a website with All functions"_s);
+    EXPECT_FALSE(w.command(u"Build all websites with all functions"_s)->isEnabled());
+    idle();
+    EXPECT_EQ(log().last(), u"Quillmere Sample ScrapbookBuild all things for this Website ok!"_s)
+        << log().join(u'\n').toStdString();
+    EXPECT_TRUE(QFile::exists(folder + u"data/20240303111520/640x480/clay-teapot.jpg"_s));
+    EXPECT_TRUE(QFile::exists(folder + u"data/20240303111520/Photo.html"_s));
+    EXPECT_TRUE(desktop.opened.contains(folder + u"data/qmr/PhotoIcons001.html"_s));
+    EXPECT_TRUE(desktop.messages.isEmpty()) << desktop.messages.join(u'\n').toStdString();
+
+    trigger(u"Build all websites with all functions"_s);
+    idle();
+    EXPECT_TRUE(log().contains(u"Start Build:1/1...Quillmere Sample Scrapbook"_s));
+    EXPECT_EQ(log().last(), u"Build all things for all Websites ok!"_s);
+    EXPECT_TRUE(w.command(u"Create Photo Page"_s)->isEnabled());
+
+    // A command that replaces pages asks first, on the window's thread.
+    trigger(u"Make Video on Html Page"_s);
+    idle();
+    EXPECT_EQ(desktop.messages, (QStringList{kVideoPagesWarning, u"Create Video Page ok!"_s}));
+}
+
+TEST_F(MenuCommands, OutsideProgramsTheUserChoosesOrTheDesktopHas) {
+    const QString folder = MakeScrapbook(root, u"Travel"_s, 1);
+    emptyStore();
+    startWith(folder);
+    trigger(u"Edit ScrapBookStore.txt "_s);
+    trigger(u"Content Post for Forum"_s);
+    trigger(u"Open Scrapbook Folder"_s);
+    trigger(u"Project Page"_s);
+    trigger(u"Forum and Download"_s);
+    EXPECT_EQ(desktop.started,
+              (QList<QStringList>{{u"test-editor"_s, u"--wait"_s, app() + u"ScrapBookStore.txt"_s},
+                                  {u"test-editor"_s, u"--wait"_s, folder + u"forum.txt"_s},
+                                  {u"xdg-open"_s, folder}}));
+    EXPECT_EQ(desktop.opened,
+              (QStringList{u"https://quillmere.org/"_s, u"https://quillmere.org/forum/"_s}));
+    trigger(u"Open Content Page"_s);
+    EXPECT_EQ(
+        desktop.messages.last(),
+        folder +
+            u"index.html does not exist yet. Make Ebook writes the scrapbook's content page."_s);
+
+    // The user's own choice comes first; one that cannot start names the setting to change.
+    globalIni("[Tools]\r\nTextEditor=my editor\r\n");
+    desktop.programsStart = false;
+    trigger(u"Create Post for Forum"_s);
+    EXPECT_EQ(desktop.started.last(), (QStringList{u"my"_s, u"editor"_s, folder + u"forum.txt"_s}));
+    EXPECT_EQ(
+        desktop.messages.last(),
+        u"Cannot start \"my\". Name the program to use as TextEditor in the [Tools] section of "_s +
+            app() + u"Quillmere.ini."_s);
+    EXPECT_TRUE(log().isEmpty()) << log().join(u'\n').toStdString();
+}
+
+TEST_F(MenuCommands, ScheduleTogglesItsMarkAndIsKeptBetweenRuns) {
+    MainWindow& w = start();
+    QAction* schedule = w.command(u"Schedule Create All Scrapbook's Website"_s);
+    ASSERT_TRUE(schedule->isCheckable());
+    EXPECT_FALSE(schedule->isChecked());
+    EXPECT_FALSE(w.findChild<WebsiteScheduleTimer*>()->armed());
+    schedule->trigger();
+    EXPECT_TRUE(schedule->isChecked());
+    EXPECT_TRUE(w.findChild<WebsiteScheduleTimer*>()->armed());
+    EXPECT_EQ(ReadBytes(app() + u"Quillmere.ini"_s),
+              "[Schedule]\r\nBuildAllWebsites=1\r\nTime=03:00\r\n");
+    w.close();
+    window.reset();
+    EXPECT_TRUE(start().command(u"Schedule Create All Scrapbook's Website"_s)->isChecked());
+    window->command(u"Schedule Create All Scrapbook's Website"_s)->trigger();
+    EXPECT_FALSE(window->findChild<WebsiteScheduleTimer*>()->armed());
+    EXPECT_TRUE(ReadBytes(app() + u"Quillmere.ini"_s).contains("BuildAllWebsites=0\r\n"));
+
+    const QDateTime morning(QDate(2024, 5, 1), QTime(2, 59));
+    EXPECT_EQ(WebsiteScheduleTimer::nextRun(QTime(3, 0), morning),
+              QDateTime(QDate(2024, 5, 1), QTime(3, 0)));
+    EXPECT_EQ(WebsiteScheduleTimer::nextRun(QTime(3, 0), morning.addSecs(60)),
+              QDateTime(QDate(2024, 5, 2), QTime(3, 0)));
+}
+
+TEST_F(MenuCommands, SlideShowOfTheScreenSizeCopiesWithItsKeys) {
+    const QString folder = MakeScrapbook(root, u"Photos"_s, 2);
+    MainWindow& w = startWith(folder);
+    trigger(u"Automatic Slider Show Pictures"_s);
+    EXPECT_EQ(
+        desktop.messages.last(),
+        folder +
+            u" holds no screen-size picture copies yet. Make them with Express Functions, Create Icons640x480."_s);
+    QImage picture(64, 48, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    for (const char* name :
+         {"data/20080309000000/640x480/b.jpg", "data/20080309000000/640x480/A.JPG",
+          "data/20080309000001/640x480/c.jpg", "data/20080309000001/d.jpg"}) {
+        QDir().mkpath(QFileInfo(folder + QLatin1String(name)).absolutePath());
+        picture.save(folder + QLatin1String(name), "JPG");
+    }
+    EXPECT_EQ(ScreenPictureCopies(folder),
+              (QStringList{folder + u"data/20080309000000/640x480/A.JPG"_s,
+                           folder + u"data/20080309000000/640x480/b.jpg"_s,
+                           folder + u"data/20080309000001/640x480/c.jpg"_s}));
+    trigger(u"Automatic Slider Show Pictures"_s);
+    SlideShow* show = w.slideShow();
+    ASSERT_NE(show, nullptr);
+    EXPECT_TRUE(show->isFullScreen());
+    EXPECT_TRUE(show->playing());
+    QTest::keyClick(show, Qt::Key_Left);
+    EXPECT_EQ(show->current(), 2);
+    QTest::keyClick(show, Qt::Key_Right);
+    QTest::keyClick(show, Qt::Key_Right);
+    EXPECT_EQ(show->current(), 1);
+    QTest::keyClick(show, Qt::Key_Space);
+    EXPECT_FALSE(show->playing());
+    QTest::keyClick(show, Qt::Key_Escape);
+    EXPECT_TRUE(gone([&] { return w.slideShow(); }));
+}
+
+TEST_F(MenuCommands, FolderConversionJoinsTheListAndTheStore) {
+    emptyStore();
+    root.write(u"Trip/notes one.txt"_s, "first");
+    root.write(u"Trip/b.pdf"_s, "second");
+    // A name for the scrapbook to be made, which its list row and multibook.txt then show.
+    root.write(u"Trip/scrapbook/ScrapbookPrj.ini"_s, "[Scrapbook]\r\nScrapbookName=Trip Notes\r\n");
+    MainWindow& w = start();
+    trigger(u"Converter File Folder to Scrapbook"_s); // cancelled: nothing happens
+    EXPECT_FALSE(w.runner().busy());
+    desktop.chosenFolders << root.path() + u"Trip/"_s;
+    trigger(u"Converter File Folder to Scrapbook"_s);
+    idle();
+    EXPECT_EQ(desktop.prompts, QStringList(2, u"Please Select Folder to Converter to Scrapbook"_s));
+    EXPECT_TRUE(desktop.messages.isEmpty()) << desktop.messages.join(u'\n').toStdString();
+    const QString made = root.path() + u"Trip/scrapbook/"_s;
+    EXPECT_TRUE(QFile::exists(made + u"scrapbook.rdf"_s));
+    EXPECT_TRUE(log().contains(u"Converted 2 files into "_s + made));
+    EXPECT_TRUE(w.session().list.IsalreadyIn(made));
+    EXPECT_EQ(ReadBytes(app() + u"ScrapBookStore.txt"_s),
+              "Trip*" + root.path().toUtf8() + "Trip/scrapbook\r\n");
+
+    // The browser extension's own folder takes the list of scrapbooks.
+    QDir().mkpath(home.path() + u"home/.mozilla/firefox/ScrapBook"_s);
+    w.session().list.SnapSelectItem(1);
+    trigger(u"Save to MutiScrapbook"_s);
+    EXPECT_EQ(log().last(), u"multibook.txt lists 1 scrapbooks"_s);
+    EXPECT_TRUE(ReadBytes(home.path() + u"home/.mozilla/firefox/ScrapBook/multibook.txt"_s)
+                    .contains("Trip Notes\t" + made.toUtf8()));
+    trigger(u"DeleteScrapbook in this List but keep data"_s);
+    EXPECT_EQ(w.session().list.count(), 0);
+    EXPECT_TRUE(QFile::exists(made + u"scrapbook.rdf"_s));
+    EXPECT_TRUE(ReadBytes(app() + u"ScrapBookStore.txt"_s).contains("Trip*"));
+}
+
+} // namespace
+} // namespace qmr::test
