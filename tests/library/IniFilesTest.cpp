@@ -65,15 +65,11 @@ TEST(cInifile, ReadsNeverFailWritesCutNulsAndNumbersFallBack) {
     ini.Path = folder.path() + u"s.ini"_s;
     ini.Section = u"S"_s;
     ini.Key = u"K"_s;
-    EXPECT_FALSE(ini.Success());
     ini.Default = u"fallback"_s;
     EXPECT_EQ(ini.Value(), u"fallback"_s); // no file at all
     EXPECT_EQ(ini.LastReturnCode(), -1);
-
-    const QString longValue = QString(300, QLatin1Char('x'));
-    ini.setValue(longValue);
-    EXPECT_TRUE(ini.Success());
-    EXPECT_EQ(ini.Value(), longValue.left(254));
+    ini.setValue(QString(300, u'x'));
+    EXPECT_EQ(ini.Value(), QString(254, u'x'));
     ini.setValue(WithNuls("a|b||c"));
     EXPECT_EQ(ReadBytes(ini.Path), QByteArray("[S]\r\nK=abc\r\n"));
     ini.setValue(QString());
@@ -91,19 +87,13 @@ TEST(cInifile, ReadsNeverFailWritesCutNulsAndNumbersFallBack) {
     EXPECT_TRUE(IniRead(ini.Path, u"B"_s, u"x"_s, value));
     EXPECT_EQ(value, QString()); // a fresh instance: empty Default
 
-    QString name = WithNuls("Book|");
-    StripTrailingNul(name);
-    EXPECT_EQ(name, u"Book");
-    for (const auto& [text, expected] : {std::pair{" 120 ", 120},
-                                         {"-5000", -5000},
-                                         {"2.5", 2},
-                                         {"3.5", 4},
-                                         {"&H10", 16},
-                                         {"&HFFFFFFFF", -1},
-                                         {"FAIL", 7},
-                                         {"", 7},
-                                         {"99999999999", 7}})
-        EXPECT_EQ(cInifile::CLngDefault(QString::fromLatin1(text), 7), expected) << text;
+    // Numbers as the user's tools write them: halves to even, "&H" hexadecimal, else the default.
+    const QStringList texts = {" 120 ",      "-5000", "2.5", "3.5",        "&H10",
+                               "&HFFFFFFFF", "FAIL",  "",    "99999999999"};
+    const QList<int> numbers = {120, -5000, 2, 4, 16, -1, 7, 7, 7};
+    for (qsizetype i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(cInifile::CLngDefault(texts.at(i), 7), numbers.at(i))
+            << texts.at(i).toStdString();
 }
 
 } // namespace
