@@ -88,17 +88,14 @@ TEST(ProjectFile, WritesEveryLineAsTheGoldenFilesShow) {
 
 TEST(ProjectFile, TheFirstItemWhoseIdOccursInThePathDecides) {
     const QStringList paths = {u"data/20080101000002/a.css"_s, u"data/20080101000009/a.css"_s};
-    const std::string both = "data/20080101000002/a.css data/20080101000009/a.css";
     const QString hidden = u"20080101000002"_s;
     // A shorter identifier earlier in the catalogue is found before the folder's own item.
-    EXPECT_EQ(listedFiles(pages({{"000002", true}, {hidden, false}}), paths), both);
+    EXPECT_EQ(listedFiles(pages({{"000002", true}, {hidden, false}}), paths),
+              "data/20080101000002/a.css data/20080101000009/a.css");
     EXPECT_EQ(listedFiles(pages({{hidden, false}, {"000002", true}}), paths),
               "data/20080101000009/a.css");
     // An empty identifier occurs in every path (and is never placed).
     EXPECT_EQ(listedFiles(pages({{QString(), false}, {hidden, true}}), paths), "");
-    // Extensions are compared by their last three characters only: ".db" is packed.
-    EXPECT_EQ(listedFiles(pages({}), {"a.db", "a.DAT", "a.ico", "xhhp", "a.chm", "a.htm"}),
-              "a.db a.htm");
 }
 
 TEST(ProjectFile, GathersFilesByNameThenSubFoldersAndStaysInside) {

@@ -54,19 +54,15 @@ void expectFitted(QSize size, QSize picture, QSize box, const char* name) {
 // first picture's small copy.
 TEST(PictureCopies, EveryKindOfPictureGetsBothCopies) {
     Scrapbook book;
-    struct Case {
+    const QString half = QStringLiteral("rectangle 0,0 149,499");
+    const struct {
         const char* name;
         QStringList drawing;
         const char* format;
         QSize size;
-    };
-    const QString half = QStringLiteral("rectangle 0,0 149,499");
-    const Case cases[] = {
+    } cases[] = {
         {"photo.JPG", {"-size", "3000x2000", "xc:orange", "-draw", half}, "", {3000, 2000}},
-        {"b.Png",
-         {"-size", "300x500", "xc:none", "-fill", "red", "-draw", half},
-         "PNG32",
-         {300, 500}},
+        {"b.Png", {"-size", "300x500", "xc:none", "-draw", half}, "PNG32", {300, 500}},
         {"c.gif", {"-size", "640x480", "gradient:red-green"}, "", {640, 480}},
         {"d.BMP", {"-size", "101x76", "gradient:"}, "", {101, 76}},
         {"d3.bmp", {"-size", "333x222", "gradient:"}, "BMP3", {333, 222}},
@@ -77,15 +73,12 @@ TEST(PictureCopies, EveryKindOfPictureGetsBothCopies) {
         {"g2.webp", {"-size", "90x900", "xc:none", "-draw", half}, "", {90, 900}},
         {"tiny.jpg", {"-size", "50x40", "xc:teal"}, "", {50, 40}},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         book.picture(c.name, c.drawing, QString::fromLatin1(c.format));
     // Stored on its side: red left, blue right; upright it is red above blue.
     const QByteArray sideways = test::Magick(
         {"-size", "300x200", "xc:blue", "-fill", "red", "-draw", "rectangle 0,0 149,199", "JPG:-"});
-    QFile turned(book.item() + "turned.jpg");
-    ASSERT_TRUE(turned.open(QIODevice::WriteOnly));
-    turned.write(test::WithOrientation(sideways, 6));
-    turned.close();
+    book.root.write(kItem + "turned.jpg", test::WithOrientation(sideways, 6));
     // The program's own pictures, and the website folder's, never get copies.
     book.picture("qmr_logo.jpg", {"-size", "10x10", "xc:red"});
     book.root.write("data/qmr/logo.jpg", ReadBytes(book.item() + "tiny.jpg"));
@@ -96,14 +89,11 @@ TEST(PictureCopies, EveryKindOfPictureGetsBothCopies) {
     EXPECT_EQ(report.skipped, 0);
     const auto screens = test::PictureSizes(book.item() + kScreenCopyFolder);
     const auto icons = test::PictureSizes(book.item() + kIconCopyFolder);
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const QString copy = CopyName(QString::fromLatin1(c.name));
         expectFitted(screens.value(copy), c.size, QSize(640, 480), c.name);
         expectFitted(icons.value(copy), c.size, QSize(100, 75), c.name);
     }
-    EXPECT_EQ(screens.value("photo.JPG"), QSize(640, 427));
-    EXPECT_EQ(icons.value("photo.JPG"), QSize(100, 67));
-    EXPECT_EQ(screens.value("tiny.jpg"), QSize(50, 40));
     EXPECT_EQ(screens.size(), 12);
     EXPECT_FALSE(screens.contains("qmr_logo.jpg"));
     EXPECT_FALSE(QDir(book.root.path() + "data/qmr/" + kScreenCopyFolder).exists());
