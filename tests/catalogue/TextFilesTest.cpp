@@ -47,17 +47,6 @@ TEST(TextFiles, RecodesBetweenUtf8AndTheLocalCodePage) {
     EXPECT_FALSE(ok);
 }
 
-// A missing source leaves the target alone; a copy into a missing folder fails.
-TEST(TextFiles, CopyFileIfExistsSaysWhenThereIsNothingToCopy) {
-    TempFolder folder;
-    const QString target = folder.write(u"t"_s, "old");
-    EXPECT_EQ(CopyFileIfExists(folder.path() + u"none"_s, target), CopySourceMissing);
-    EXPECT_EQ(ReadBytes(target), QByteArray("old"));
-    EXPECT_EQ(CopyFileIfExists(folder.write(u"s"_s, "new"), target), CopyDone);
-    EXPECT_EQ(ReadBytes(target), QByteArray("new"));
-    EXPECT_EQ(CopyFileIfExists(folder.path() + u"s"_s, folder.path() + u"no/such/t"_s), CopyFailed);
-}
-
 TEST(TextFiles, AtomicWriteKeepsTheOldFileWhenItCannotWrite) {
     TempFolder folder;
     const QString path = folder.write(u"Index.hhc"_s, "whole");

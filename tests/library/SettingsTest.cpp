@@ -105,16 +105,13 @@ TEST(Settings, TheGlobalSettingsFile) {
     LocalCodePage::select(u"Big5"_s);
 }
 
-// One profile: its path whatever Default says, "\\" made "/". Several: the first marked
-// Default=1, any case of "[p" starting a profile; none marked: the last Default read.
+// Firefox's default profile as profiles.ini names it (two profiles, the second marked, are
+// read through the list command): one profile whatever Default says, "\\" made "/"; none
+// marked, the last Default read stands for the path; no file, the Firefox folder itself.
 TEST(Settings, FirefoxsDefaultProfileDecides) {
     const std::pair<const char*, const char*> cases[] = {
-        {"[Profile0]\nPath=Profiles\\x1y2.default\nDefault=0\n", "Profiles/x1y2.default/"},
-        {"[Install4F96]\r\nDefault=Profiles/b.work\r\n[profile0]\r\nPath=Profiles/a\r\n"
-         "[Profile1]\r\nPath=Profiles/b.work\r\nDefault=1\r\n[Profile2]\r\nPath=c\r\nDefault=1\r\n",
-         "Profiles/b.work/"},
+        {"[profile0]\nPath=Profiles\\x1y2.default\nDefault=0\n", "Profiles/x1y2.default/"},
         {"[Profile0]\nPath=a\nDefault=0\n[Profile1]\nPath=b\nDefault=7\n", "7/"},
-        {"[Profile0]\nPath=a\n[Profile1]\nPath=b\n", ""},
         {nullptr, ""},
     };
     for (const auto& [profiles, expected] : cases) {
