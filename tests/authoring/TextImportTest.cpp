@@ -16,14 +16,9 @@ namespace {
 
 using test::ReadBytes;
 
-struct Imported {
-    ImportResult result;
-    test::RecordingHost host;
-};
-
-void import(Imported& out, const QString& base) {
-    const AuthoringContext context = test::FixedContext(out.host, base + u"app/"_s, u"笑話集"_s);
-    out.result = ImportTextToScrapbook(context, base);
+// Imports base/data.txt with identifiers drawn on the tests' day.
+ImportResult import(test::RecordingHost& host, const QString& base) {
+    return ImportTextToScrapbook(test::FixedContext(host, base + u"app/"_s, u"笑話集"_s), base);
 }
 
 QByteArray showcaseText() {
@@ -40,14 +35,14 @@ TEST(TextImport, WritesTheShowcaseExactly) {
          {showcaseText(), QByteArray(showcaseText()).replace("\r\n", "\n")}) {
         test::TempFolder base;
         base.write(u"data.txt"_s, text);
-        Imported out;
-        import(out, base.path());
-        ASSERT_TRUE(out.result.ok) << out.result.problem.toStdString();
-        EXPECT_EQ(out.result.pagesWritten, 5);
-        EXPECT_EQ(out.result.catalogued, 4);
-        EXPECT_EQ(out.host.log, (QStringList{u"0=>"_s, u"1=>Hello"_s,
-                                             u"2=>A &quot;quoted&quot; &lt;title&gt; & more"_s,
-                                             u"3=>Manual.pdf"_s, u"4=>*****"_s}));
+        test::RecordingHost host;
+        const ImportResult result = import(host, base.path());
+        ASSERT_TRUE(result.ok) << result.problem.toStdString();
+        EXPECT_EQ(result.pagesWritten, 5);
+        EXPECT_EQ(result.catalogued, 4);
+        EXPECT_EQ(host.log, (QStringList{u"0=>"_s, u"1=>Hello"_s,
+                                         u"2=>A &quot;quoted&quot; &lt;title&gt; & more"_s,
+                                         u"3=>Manual.pdf"_s, u"4=>*****"_s}));
         for (const char* file :
              {"scrapbook.txt", "scrapbook.rdf", "data/20060101000000/index.html",
               "data/20060101000001/index.html", "data/20060101000004/index.html"})
@@ -80,12 +75,12 @@ TEST(TextImport, FilesTheEntriesInGroupsOfTenStoppingOneShort) {
         SCOPED_TRACE(separators);
         test::TempFolder base;
         base.write(u"data.txt"_s, countedText(separators));
-        Imported out;
-        import(out, base.path());
-        ASSERT_TRUE(out.result.ok) << out.result.problem.toStdString();
+        test::RecordingHost host;
+        const ImportResult result = import(host, base.path());
+        ASSERT_TRUE(result.ok) << result.problem.toStdString();
         const int listed = qMax(separators - 1, 0);
-        EXPECT_EQ(out.result.pagesWritten, separators);
-        EXPECT_EQ(out.result.catalogued, listed);
+        EXPECT_EQ(result.pagesWritten, separators);
+        EXPECT_EQ(result.catalogued, listed);
         EXPECT_EQ(pageFolders(base.path()), separators);
         for (const QString& file : {u"scrapbook.txt"_s, u"scrapbook.rdf"_s})
             EXPECT_TRUE(test::SameText(test::Golden(u"authoring/imported-%1/"_s.arg(listed) + file),
@@ -106,15 +101,15 @@ TEST(TextImport, FilesTheEntriesInGroupsOfTenStoppingOneShort) {
 void expectRefused(const QByteArray& text, const QStringList& messageParts) {
     test::TempFolder base;
     if (!text.isNull()) base.write(u"data.txt"_s, text);
-    Imported out;
-    import(out, base.path());
-    EXPECT_FALSE(out.result.ok);
+    test::RecordingHost host;
+    const ImportResult result = import(host, base.path());
+    EXPECT_FALSE(result.ok);
     for (const QString& part : messageParts)
-        EXPECT_TRUE(out.result.problem.contains(part))
-            << out.result.problem.toStdString() << " lacks " << part.toStdString();
+        EXPECT_TRUE(result.problem.contains(part))
+            << result.problem.toStdString() << " lacks " << part.toStdString();
     EXPECT_EQ(pageFolders(base.path()), 0);
     EXPECT_FALSE(QFileInfo::exists(base.path() + u"scrapbook.rdf"_s));
-    EXPECT_TRUE(out.host.log.isEmpty());
+    EXPECT_TRUE(host.log.isEmpty());
 }
 
 TEST(TextImport, RefusesBadInputBeforeWritingAnything) {
@@ -124,9 +119,8 @@ TEST(TextImport, RefusesBadInputBeforeWritingAnything) {
     QByteArray longEntry = QByteArray("line\r\n").repeated(200);
     test::TempFolder full;
     full.write(u"data.txt"_s, longEntry + "*****\r\n");
-    Imported two;
-    import(two, full.path());
-    ASSERT_TRUE(two.result.ok) << two.result.problem.toStdString();
+    test::RecordingHost host;
+    ASSERT_TRUE(import(host, full.path()).ok);
     EXPECT_EQ(ReadBytes(full.path() + "data/20060101000000/index.html").count("<br><br>"), 201);
     longEntry = "*****\r\n" + longEntry + "line\r\n";
     expectRefused(longEntry, {u"data.txt"_s, u"line 202"_s, u"more than 200 lines"_s});

@@ -29,21 +29,6 @@ Catalogue pages(const QList<std::pair<QString, bool>>& items) {
     return b.list(u"root"_s, listed).build();
 }
 
-// The [Files] lines of the project, joined by blanks.
-std::string listedFiles(const Catalogue& catalogue, const QStringList& relativePaths) {
-    test::EbookFixture s(catalogue);
-    QStringList files;
-    for (const QString& relative : relativePaths)
-        files.append(s.folder.path() + relative);
-    if (!hhp(*s.build, s.path("Index.hhp"), files)) return "not written";
-    const QByteArray text = s.read("Index.hhp");
-    const qsizetype from = text.indexOf("[Files]\r\n") + 9;
-    return text.mid(from, text.indexOf("[ALIAS]") - from)
-        .replace("\r\n", " ")
-        .trimmed()
-        .toStdString();
-}
-
 TEST(ProjectFile, WritesEveryLineAsTheGoldenFilesShow) {
     TempFolder book;
     const QString names = u"ErrorLog.log Index.hhc Index.hhk Thumbs.db forum.txt index.html "
@@ -84,18 +69,6 @@ TEST(ProjectFile, WritesEveryLineAsTheGoldenFilesShow) {
             << c.golden;
         EXPECT_EQ(s.build->outputPath, ApplicationFolder() + u"chm/Index.chm"_s);
     }
-}
-
-TEST(ProjectFile, TheFirstItemWhoseIdOccursInThePathDecides) {
-    const QStringList paths = {u"data/20080101000002/a.css"_s, u"data/20080101000009/a.css"_s};
-    const QString hidden = u"20080101000002"_s;
-    // A shorter identifier earlier in the catalogue is found before the folder's own item.
-    EXPECT_EQ(listedFiles(pages({{"000002", true}, {hidden, false}}), paths),
-              "data/20080101000002/a.css data/20080101000009/a.css");
-    EXPECT_EQ(listedFiles(pages({{hidden, false}, {"000002", true}}), paths),
-              "data/20080101000009/a.css");
-    // An empty identifier occurs in every path (and is never placed).
-    EXPECT_EQ(listedFiles(pages({{QString(), false}, {hidden, true}}), paths), "");
 }
 
 TEST(ProjectFile, GathersFilesByNameThenSubFoldersAndStaysInside) {
