@@ -92,7 +92,6 @@ TEST(MultiBook, WithoutAUsableScrapbookFolderTheStoreStillTakesIt) {
     ASSERT_EQ(result.problems.size(), 1);
     EXPECT_TRUE(result.problems.first().startsWith(u"cannot write "_s + f.system +
                                                    u"multibook-BIG5.txt"_s));
-    EXPECT_TRUE(result.problems.first().endsWith(u". Make the folder writable and try again"_s));
     EXPECT_FALSE(QFileInfo::exists(f.system + "multibook.txt"));
 }
 
@@ -123,8 +122,6 @@ TEST(MultiBook, FolderScan) {
     EXPECT_EQ(ReadBytes(f.base + u"multibook.txt"_s), f.golden("multibook-scan.txt"));
     EXPECT_EQ(ReadBytes(f.system + u"multibook.txt"_s), f.golden("multibook-scan.txt"));
     EXPECT_EQ(f.host.log, QStringList{"multibook.txt has been created ok!"});
-    EXPECT_EQ(f.scan(u"  "_s).entries, QStringList()); // no folder named: nothing to scan
-    EXPECT_EQ(f.host.log.size(), 1);
 }
 
 TEST(MultiBook, FolderScanFailures) {

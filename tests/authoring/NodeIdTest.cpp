@@ -1,9 +1,6 @@
 #include "authoring/NodeId.h"
-#include "authoring/FileModifiedTime.h"
 
 #include "support/TempFolder.h"
-
-#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -35,18 +32,6 @@ TEST(NodeId, CountsWithinADayFromTheCounterFileAndRestartsOnTheNext) {
     QString error;
     EXPECT_EQ(NodeIdGenerator(app.path() + u"blocker/"_s).NewNodeID(kMarch9, &error), QString());
     EXPECT_TRUE(error.contains(u"NodeID.txt"_s));
-}
-
-// The time is the local one less the bias in minutes (the zone's standard one unless given);
-// a day that does not exist and a missing file are refused, and nothing is made.
-TEST(FileModifiedTime, SetsTheLocalTimeLessTheBias) {
-    test::TempFolder folder;
-    const QString path = folder.write(u"page.html"_s, "x");
-    ASSERT_TRUE(SetFileModifiedTime(path, 2008, 7, 2, 3, 4, 5, -480));
-    EXPECT_EQ(QFileInfo(path).lastModified().toUTC(), QDateTime({2008, 7, 1}, {19, 4, 5}, Qt::UTC));
-    EXPECT_FALSE(SetFileModifiedTime(path, 2008, 2, 30, 0, 0, 0, 0));
-    EXPECT_FALSE(SetFileModifiedTime(folder.path() + u"gone"_s, 2008, 1, 1, 0, 0, 0, 0));
-    EXPECT_FALSE(QFileInfo::exists(folder.path() + u"gone"_s));
 }
 
 } // namespace

@@ -80,18 +80,6 @@ TEST(ContentPage, MarkersChooseTheSkinLogitechFirst) {
                 text.mid(open, text.indexOf(QLatin1Char('>'), at) - open).contains(u"bgcolor="_s));
         }
     }
-
-    // Only an exact marker on an item whose identifier names a folder makes a page; the forum
-    // post is written all the same.
-    for (const char* comment : {"quillmere_content_kiosk", " Quillmere_Content_kiosk"}) {
-        EbookFixture s;
-        s.catalogue.items[13].comment = QLatin1String(comment);
-        s.catalogue.items[14].comment.clear();
-        s.start();
-        s.writeSitemaps();
-        EXPECT_TRUE(s.build->content.pagePath().isEmpty()) << comment;
-        EXPECT_FALSE(s.read("forum.txt").isEmpty());
-    }
 }
 
 // What the golden pages do not reach: an entry without a link is a bold title, and a forum line

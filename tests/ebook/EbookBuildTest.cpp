@@ -1,6 +1,5 @@
 #include "ebook/EbookBuild.h"
 
-#include "support/Programs.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
 
@@ -17,9 +16,6 @@ namespace {
 using test::ReadBytes;
 using test::RecordingHost;
 using test::TempFolder;
-
-const QString kPrivatePage = u"20240308201500"_s;
-const QString kOrphanPage = u"20240309120000"_s;
 
 EbookRequest requestFor(const QString& folder, bool compile) {
     EbookRequest request;
@@ -132,27 +128,6 @@ TEST(EbookBuild, RefusesNoSelectionBrokenCataloguesAndUnsafeIdentifiers) {
     EXPECT_FALSE(host.log.filter(u"../../evil"_s).isEmpty());
     EXPECT_EQ(QDir(outside.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               QStringList{"book"});
-}
-
-TEST(EbookBuild, CompilesARealBookWithoutPrivatePages) {
-    if (!test::HasProgram(u"chmcmd"_s) || !test::HasProgram(u"7z"_s))
-        GTEST_SKIP() << "chmcmd or 7z missing";
-    TempFolder temp;
-    const QString folder = test::CopyOfExample(temp);
-    RecordingHost host;
-    const EbookResult result = StartCreateChmEbook(host, requestFor(folder, true));
-    ASSERT_TRUE(result.ok) << result.problem.toStdString() << host.log.join('\n').toStdString();
-    EXPECT_TRUE(result.chmPath.endsWith(u"/chm/Index.chm"_s));
-    EXPECT_TRUE(host.log.contains(u"Creating ebook now...1"_s));
-    const QStringList packed = test::BookListing(result.chmPath);
-    for (const char* id : {"20240302102233", "20240301091044", "20240305140515", "20240306093000",
-                           "20240303111520", "20240307080000"})
-        EXPECT_TRUE(packed.contains(u"data/%1/index.html"_s.arg(QLatin1String(id)))) << id;
-    EXPECT_TRUE(packed.filter(kPrivatePage).isEmpty());
-    EXPECT_TRUE(packed.filter(kOrphanPage).isEmpty());
-    const test::RunResult hhc =
-        test::RunProgram(u"7z"_s, {u"e"_s, u"-so"_s, result.chmPath, u"Index.hhc"_s});
-    EXPECT_EQ(hhc.outBytes, ReadBytes(folder + u"Index.hhc"_s));
 }
 
 } // namespace

@@ -72,13 +72,6 @@ TEST(FolderPages, EachFolderGetsAUtf8PageOfWhatItsListPlaces) {
     EXPECT_EQ(QDir(pages).entryList(QDir::Files, QDir::Name),
               (QStringList{"20080101000001.html", "20080101000002.html"}));
 
-    // A parent without a title gives no path link.
-    Catalogue untitled = catalogue;
-    untitled.items[1].title.clear();
-    const QString header = FolderPathHeader(test::SampleChrome(), untitled, 2, u"20080101000001"_s);
-    EXPECT_TRUE(header.endsWith(QStringLiteral("<font size=\"4\"><b>\r\nJapan</b></font><br>\r\n"
-                                               "<p align=\"left\">\r\n<div align=\"left\">\r\n")));
-
     TempFolder blocked;
     blocked.write(u"data/qmr"_s, "a file where the folder should be");
     EXPECT_FALSE(WriteFolderPages(test::SampleChrome(), catalogue, CatalogueWalk(catalogue),

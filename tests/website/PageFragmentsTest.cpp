@@ -3,7 +3,6 @@
 #include "support/Golden.h"
 #include "support/TempFolder.h"
 #include "website/PageWriter.h"
-#include "website/TypeIcons.h"
 #include "website/VideoPage.h"
 #include "website/WebsiteSample.h"
 
@@ -45,10 +44,6 @@ TEST(PageFragments, EmptyNamesNoEscapingAndTheAdvertBlock) {
     EXPECT_TRUE(text.startsWith(u"kept\r\n<!-- "_s));
     EXPECT_TRUE(text.contains(u"\r\ngoogle_ad_client = \"pub-42\";\r\n"_s));
     EXPECT_TRUE(text.endsWith(u"\r\n  src=\"https://ads.example/show_ads.js\">\r\n</script>"_s));
-    EXPECT_EQ(TypeIconTag(IconKindOf(test::SampleCatalogue().items.at(10)), u"x/"_s),
-              QStringLiteral("<img border=\"0\" src=\"x/images-D(2007-0418-162822).jpg\" "
-                             "width=\"20\" height=\"20\">")); // "Site" counts as "site"
-    EXPECT_EQ(TypeIconFile(ItemKind::Separator), QString());
 }
 
 // The redirect page is checked byte for byte by the converted scrapbook's golden files.
