@@ -56,9 +56,6 @@ TEST(CatalogueWriter, WritesEveryLineFormExactlyAndReadsBack) {
     CatalogueWriter writer;
     writer.WriteItemDescription(u"1"_s, QString(), u"Folder"_s, QString(), QString());
     EXPECT_EQ(writer.lines().at(3).trimmed(), u"NS1:chars=\"BIG5\""_s);
-    const QStringList lines = ImportedTextCatalogue({u"a.PdF"_s, u"pdf x"_s}, 1).lines();
-    EXPECT_EQ(lines.filter(u"NS1:icon=\"moz-icon://a.PdF?size=16\""_s).size(), 1);
-    EXPECT_EQ(lines.filter(u"NS1:icon=\"\""_s).size(), 3);
     EXPECT_EQ(ImportEntryId(10001), u"20060101010001"_s); // entries run past five digits
 
     QString error;

@@ -13,11 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace qmr {
 
-void PrintTo(const WalkStep& s, std::ostream* os) {
-    *os << "{" << int(s.kind) << " item " << s.item << " parent " << s.parent << " level "
-        << s.level << "}";
-}
-
 namespace {
 
 using test::CatalogueBuilder;

@@ -1,7 +1,6 @@
 #include "ebook/Sitemap.h"
 
 #include "ebook/EbookFixture.h"
-#include "platform/LocalCodePage.h"
 #include "support/CatalogueBuilder.h"
 
 #include <gtest/gtest.h>
@@ -77,9 +76,7 @@ TEST(Sitemap, WhatTheWalkLeavesOutIsLoggedAndEndlessListsStopTheBuild) {
     s.writeSitemaps();
     EXPECT_EQ(s.host.log, (QStringList{"Skipped item ../up: its identifier cannot name a folder",
                                        "Skipped folder A: it is listed inside itself"}));
-    const QString toc = LocalCodePage::decode(s.read("Index.hhc"));
-    EXPECT_EQ(toc.count(u"value=\"Tp\""_s), 2); // under B and at the top
-    EXPECT_EQ(toc.count(u"<UL>"_s), toc.count(u"</UL>"_s));
+    EXPECT_EQ(s.read("Index.hhc").count("value=\"Tp\""), 2); // under B and at the top
 
     // An untitled page stays in the table of contents but gives no index keyword: an empty
     // keyword can crash a compiler's binary index.

@@ -42,23 +42,5 @@ TEST(ScrapbookStore, AddAppendsOnlyNewFolders) {
     EXPECT_EQ(ReadBytes(store), Golden(u"library/ScrapBookStore.txt"_s));
 }
 
-// The file is found in any case; lines end at CR LF, CR or LF; the first "*" splits a line.
-// (The message for a line without one is checked where the list and the scan give it.)
-TEST(ScrapbookStore, ReadingLinesAndEntries) {
-    TempFolder app;
-    const QString store =
-        app.write(u"scrapbookstore.TXT"_s, "A*/a/\r\nB * /b/ \rC*/c*d/\n\nno star\r\n");
-    EXPECT_EQ(ScrapbookStorePath(app.path()), store);
-    QStringList lines;
-    ASSERT_TRUE(ReadScrapbookStore(store, lines));
-    EXPECT_EQ(lines, (QStringList{"A*/a/", "B * /b/ ", "C*/c*d/", "", "no star"}));
-    StoreEntry entry;
-    ASSERT_TRUE(SplitStoreEntry(u" B * /b/ "_s, entry));
-    EXPECT_EQ(entry.name, u"B"_s);
-    ASSERT_TRUE(SplitStoreEntry(u"C*/c*d/"_s, entry));
-    EXPECT_EQ(entry.folder, u"/c*d/"_s);
-    EXPECT_FALSE(SplitStoreEntry(u"no star"_s, entry));
-}
-
 } // namespace
 } // namespace qmr
