@@ -51,11 +51,6 @@ TEST(CatalogueWriter, WritesEveryLineFormExactlyAndReadsBack) {
               (QStringList{"20080309000001", "20080309000002", "20080309000003"}));
     EXPECT_TRUE(test::XmlReadersAccept(folder.path() + u"scrapbook.rdf"_s));
 
-    // The folder type is compared exactly: "Folder" gets a character set like any page. Icons
-    // go to titles ending in ".pdf" in any case.
-    CatalogueWriter writer;
-    writer.WriteItemDescription(u"1"_s, QString(), u"Folder"_s, QString(), QString());
-    EXPECT_EQ(writer.lines().at(3).trimmed(), u"NS1:chars=\"BIG5\""_s);
     EXPECT_EQ(ImportEntryId(10001), u"20060101010001"_s); // entries run past five digits
 
     QString error;

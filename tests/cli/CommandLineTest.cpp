@@ -20,7 +20,6 @@ TEST(CommandLine, HelpVersionAndNewId) {
     RunResult run = RunQuillmereProgram({"--help"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(run.out.contains(u"Usage: quillmere [--home DIR] COMMAND"_s));
-    EXPECT_TRUE(run.out.contains(u"  catalogue FOLDER\n"_s));
     EXPECT_TRUE(RunQuillmereProgram({"--version"}).out.startsWith(u"quillmere "_s));
 
     // The counter lives in the home folder, named by --home or QUILLMERE_HOME.

@@ -127,7 +127,6 @@ TEST(ConvertFolderCommand, ConvertsAndRegisters) {
     m.root.write(u"Photos/c.jpg"_s, "jpeg");
     RunResult run = m.run({u"convert-folder"_s, m.root.path() + u"Photos"_s});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_EQ(run.err, QString());
     const QString scrapbook = m.root.path() + u"Photos/scrapbook/"_s;
     EXPECT_TRUE(run.out.endsWith(u"Converted 2 files into %1\n"_s.arg(scrapbook)));
     EXPECT_EQ(ReadBytes(store), "Photos*" + m.rootBytes + "Photos/scrapbook\r\n");

@@ -103,7 +103,6 @@ TEST(EbookBuild, AppendingFolderPagesTwiceAppendsOnceFromTheOnePageKept) {
 TEST(EbookBuild, RefusesNoSelectionBrokenCataloguesAndUnsafeIdentifiers) {
     RecordingHost host;
     EbookResult result = StartCreateChmEbook(host, requestFor(QString(), false));
-    EXPECT_FALSE(result.ok);
     EXPECT_EQ(host.messages, QStringList{"Please select a scrapbook in the list first!"});
 
     TempFolder broken;

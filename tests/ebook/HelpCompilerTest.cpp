@@ -112,16 +112,5 @@ TEST(HelpCompiler, ACompilerThatCannotStartNamesItsSetting) {
     EXPECT_TRUE(QDir(QFileInfo(s.output).absolutePath()).exists());
 }
 
-TEST(HelpCompiler, ViewsOnlyABookThatExists) {
-    TempFolder temp;
-    const QString chm = temp.path() + u"chm/Index.chm"_s;
-    RecordingHost host;
-    ViewChm(host, HelpTools{}, chm);
-    EXPECT_TRUE(host.opened.isEmpty());
-    temp.write(u"chm/Index.chm"_s, "ITSF");
-    ViewChm(host, HelpTools{}, chm);
-    EXPECT_EQ(host.opened, QStringList{ToNativePath(chm)});
-}
-
 } // namespace
 } // namespace qmr

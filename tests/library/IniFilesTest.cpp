@@ -12,16 +12,20 @@ namespace {
 
 using test::ReadBytes;
 using test::TempFolder;
-using test::WithNuls;
+
+// The text with every "|" turned into a NUL, for the NUL-separated lists of ini files.
+QString WithNuls(const char* text) {
+    return QString::fromUtf8(text).replace(u'|', QChar(0));
+}
 
 QString read(const QString& section, const QString& key, const QString& path,
              const QString& fallback = u"dflt"_s) {
     return GetPrivateProfileString(section, key, fallback, 255, path);
 }
 
-TEST(ProfileStrings, WritesCrLfLinesInTheLocalCodePageMatchingNamesIgnoringCase) {
+TEST(ProfileStrings, WritesAndReadsCrLfLinesInTheLocalCodePageMatchingNamesIgnoringCase) {
     TempFolder folder;
-    const QString ini = folder.path() + u"Quillmere.ini"_s;
+    QString ini = folder.path() + u"Quillmere.ini"_s;
     for (const auto& [section, key, value] : {std::tuple{"Language", "Language", "2"},
                                               {"Content", "filename", "index.html"},
                                               {"language", "Other", "台"},
@@ -39,11 +43,10 @@ TEST(ProfileStrings, WritesCrLfLinesInTheLocalCodePageMatchingNamesIgnoringCase)
     EXPECT_EQ(ReadBytes(ini), QByteArray("[Language]\r\nLanguage=3\r\n"));
     EXPECT_FALSE(
         WritePrivateProfileString(u"A"_s, u"k"_s, u"v"_s, folder.path() + u"no/such/dir.ini"_s));
-}
 
-TEST(ProfileStrings, ReadsTrimmedUnquotedValuesAndDefaults) {
-    TempFolder folder;
-    const QString ini = folder.write(
+    // Reads: trimmed values, quotes removed only in pairs, the first section of a name, the
+    // default when missing; the buffer size cuts values and lists.
+    ini = folder.write(
         u"a.ini"_s,
         "; a comment\n[Build]\n  LinkToSourceURL = 1  \nquoted=\"  two words \"\nhalf=\"x\n"
         "empty=\n[Build]\nLinkToSourceURL=9\n");
@@ -53,7 +56,6 @@ TEST(ProfileStrings, ReadsTrimmedUnquotedValuesAndDefaults) {
     EXPECT_EQ(read(u"Build"_s, u"empty"_s, ini), QString());
     EXPECT_EQ(read(u"Build"_s, u"none"_s, ini, u"d  "_s), u"d");
     EXPECT_EQ(read(u"Build"_s, u"x"_s, folder.path() + "none.ini"), u"dflt");
-    // The buffer size cuts values and lists.
     EXPECT_EQ(GetPrivateProfileString(u"Build"_s, u"quoted"_s, QString(), 4, ini), u"  t");
     EXPECT_EQ(GetPrivateProfileString(u"Build"_s, QString(), QString(), 8192, ini),
               WithNuls("LinkToSourceURL|quoted|half|empty|"));

@@ -1,6 +1,5 @@
 #include "library/Settings.h"
 
-#include "library/FirefoxScrapbook.h"
 #include "platform/LocalCodePage.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
@@ -38,7 +37,6 @@ TEST(Settings, PropertyPageLoadsWithTheCarriedOverDefault) {
 
     properties = settings.load_ScrapbookName(ScrapbookIniPath(withName.path()));
     EXPECT_EQ(properties.name, u"台 Notes"_s);
-    EXPECT_EQ(settings.ScrapbookName, u"台 Notes"_s);
     EXPECT_TRUE(properties.linkToSourceURL);
     EXPECT_TRUE(properties.makeChmFile); // "1.0" reads as a number like any other setting
     EXPECT_EQ(settings.HomePageFilename, u"start.html"_s);
@@ -86,14 +84,11 @@ TEST(Settings, TheGlobalSettingsFile) {
     app.write(u"Quillmere.ini"_s,
               "[Language]\r\nLanguage=2\r\n[Limits]\r\nCatalogueLines=2000000\r\n"
               "CatalogueItems=100\r\n[Environment]\r\nCodePage=GB2312\r\n"
-              "[Tools]\r\nHelpCompiler=\"/opt/help tools/chmcmd\" -v\r\nHelpViewer= xchm \r\n"
-              "[Site]\r\nMakerSite=https://maker.example/\r\n");
+              "[Tools]\r\nHelpCompiler=\"/opt/help tools/chmcmd\" -v\r\n");
     EXPECT_EQ(settings.Load_Settings(), EbookLanguage::ChineseTraditional);
     EXPECT_EQ(settings.catalogueLimits().maxLines, 2000000);
     EXPECT_EQ(settings.catalogueLimits().maxItems, CatalogueLimits::kDefaultItems);
     EXPECT_EQ(settings.helpTools().compiler, u"\"/opt/help tools/chmcmd\" -v"_s);
-    EXPECT_EQ(settings.helpTools().viewer, u"xchm"_s);
-    EXPECT_EQ(settings.siteAddresses().makerSite, u"https://maker.example/"_s);
 
     QString error;
     ASSERT_TRUE(settings.applyCodePage(&error));
@@ -103,24 +98,6 @@ TEST(Settings, TheGlobalSettingsFile) {
     EXPECT_TRUE(error.contains(u"Quillmere.ini: [Environment] CodePage"_s));
     EXPECT_TRUE(error.contains(u"Klingon"_s));
     LocalCodePage::select(u"Big5"_s);
-}
-
-// Firefox's default profile as profiles.ini names it (two profiles, the second marked, are
-// read through the list command): one profile whatever Default says, "\\" made "/"; none
-// marked, the last Default read stands for the path; no file, the Firefox folder itself.
-TEST(Settings, FirefoxsDefaultProfileDecides) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"[profile0]\nPath=Profiles\\x1y2.default\nDefault=0\n", "Profiles/x1y2.default/"},
-        {"[Profile0]\nPath=a\nDefault=0\n[Profile1]\nPath=b\nDefault=7\n", "7/"},
-        {nullptr, ""},
-    };
-    for (const auto& [profiles, expected] : cases) {
-        TempFolder firefox;
-        if (profiles) firefox.write(u"profiles.ini"_s, profiles);
-        EXPECT_EQ(FirefoxScrapbookFolder(firefox.path()),
-                  firefox.path() + QString::fromUtf8(expected) + u"ScrapBook/"_s)
-            << profiles;
-    }
 }
 
 } // namespace
