@@ -51,24 +51,12 @@ TEST(CatalogueWriter, WritesEveryLineFormExactlyAndReadsBack) {
               (QStringList{"20080309000001", "20080309000002", "20080309000003"}));
     EXPECT_TRUE(test::XmlReadersAccept(folder.path() + u"scrapbook.rdf"_s));
 
-    // The folder type is compared exactly: "Folder" gets a character set like any page.
-    CatalogueWriter writer;
-    writer.WriteItemDescription(u"1"_s, QString(), u"Folder"_s, QString(), QString());
-    EXPECT_EQ(writer.lines().at(3).trimmed(), u"NS1:chars=\"BIG5\""_s);
+    EXPECT_EQ(ImportEntryId(10001), u"20060101010001"_s); // entries run past five digits
+
     QString error;
     folder.write(u"blocker"_s, "a file where the folder should be");
     EXPECT_FALSE(lineFormsCatalogue().Save(folder.path() + u"blocker/"_s, &error));
     EXPECT_TRUE(error.contains(u"scrapbook.txt"_s)) << error.toStdString();
-}
-
-TEST(CatalogueWriter, ImportIdentifiersAndIcons) {
-    EXPECT_EQ(ImportEntryId(10001), u"20060101010001"_s);
-    EXPECT_EQ(ImportEntryId(-1), u"200601010000-1"_s); // entry 0's predecessor
-    EXPECT_EQ(ImportGroupId(3), u"20060102000003"_s);
-    const QStringList lines = ImportedTextCatalogue({u"a.PdF"_s, u"pdf x"_s}, 1).lines();
-    EXPECT_TRUE(lines.contains(QStringLiteral("                   NS1:icon=\"moz-icon://a.PdF"
-                                              "?size=16\"")));
-    EXPECT_EQ(lines.count(u"                   NS1:icon=\"\""_s), 3);
 }
 
 } // namespace

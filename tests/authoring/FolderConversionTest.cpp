@@ -15,31 +15,14 @@ namespace {
 
 using test::ReadBytes;
 
-// The sources of a.txt, report.pdf and 剪報 2008.txt, in Big5 with CR LF. A later line wins:
-// the data.txt line also holds "a.txt", and the second report line overrides the first; a
-// line without "*" is harmless when a later line matches or when it matches no file.
-const QByteArray kSourceList = "http://example.com/a.txt*a.txt\r\n"
-                               "http://example.com/old report*report.pdf\r\n"
-                               "old notes about report.pdf\r\n"
-                               "http://example.com/new report*REPORT.PDF\r\n"
-                               "http://example.com/\xB0\xC5\xB3\xF8*\xB0\xC5\xB3\xF8 2008.txt\r\n"
-                               "http://example.com/data?x=1&y=2*data.txt\r\n"
-                               "no star on this line, and it names no file\r\n";
-
-// The folder "Trip Notes" of the golden files, with a subfolder and a hidden file that the
-// conversion leaves out.
+// The folder "Trip Notes" of the golden files (tests/fixtures/authoring/trip-notes), with a
+// subfolder and a hidden file that the conversion leaves out. Its File-Source.TXT gives the
+// sources of a.txt, report.pdf and 剪報 2008.txt, in Big5 with CR LF. A later line wins: the
+// data.txt line also holds "a.txt", and the second report line overrides the first; a line
+// without "*" is harmless when a later line matches or when it matches no file.
 QString makeTripNotes(const test::TempFolder& root) {
-    for (const auto& [name, bytes] :
-         {std::pair<const char*, QByteArray>{"a b@c&d=e.txt", "hello\r\n"},
-          {"a.txt", "A"},
-          {"data.txt", QByteArray(1234, 'x')},
-          {"empty.dat", QByteArray()},
-          {"File-Source.TXT", kSourceList},
-          {"report.pdf", "%PDF-1.4\n"},
-          {"剪報 2008.txt", "abc"},
-          {"photos/inside.jpg", "not converted"},
-          {".hidden", "not listed"}})
-        root.write(u"Trip Notes/"_s + QString::fromUtf8(name), bytes);
+    test::CopyTree(QStringLiteral(QMR_SOURCE_DIR "/tests/fixtures/authoring/trip-notes"),
+                   root.path() + u"Trip Notes"_s);
     return root.path() + u"Trip Notes/"_s;
 }
 
@@ -92,21 +75,14 @@ TEST(FolderConversion, EdgesOfWhatItTakes) {
     test::TempFolder root;
     test::TempFolder app;
     test::RecordingHost host;
-    // An empty folder: the folder item with an empty list.
-    QDir().mkpath(root.path() + u"Empty"_s);
-    ConversionResult result = convert(host, root.path() + u"Empty"_s, app.path(), {});
-    ASSERT_TRUE(result.ok);
-    EXPECT_TRUE(ReadBytes(result.scrapbookFolder + u"scrapbook.rdf"_s)
-                    .contains("  <RDF:Seq RDF:about=\"urn:scrapbook:item20080309000000\">\r\n"
-                              "  </RDF:Seq>\r\n</RDF:RDF>\r\n"));
     // A name the local code page cannot hold: logged; the copy keeps the real name and the
     // catalogue shows "?" for the character.
     root.write(u"Cafe/café.txt"_s, "x");
-    result = convert(host, root.path() + u"Cafe"_s, app.path(), {"café.txt"});
+    ConversionResult result = convert(host, root.path() + u"Cafe"_s, app.path(), {"café.txt"});
     ASSERT_TRUE(result.ok);
     ASSERT_EQ(host.log.size(), 1);
     EXPECT_TRUE(host.log.first().startsWith(u"café.txt: "_s));
-    EXPECT_TRUE(QFileInfo::exists(result.scrapbookFolder + "data/20080309000002/café.txt"));
+    EXPECT_TRUE(QFileInfo::exists(result.scrapbookFolder + "data/20080309000001/café.txt"));
     EXPECT_TRUE(ReadBytes(result.scrapbookFolder + u"scrapbook.rdf"_s)
                     .contains("NS1:title=\"00000001-caf?.txt\" />"));
     // A target it cannot write.
@@ -136,7 +112,7 @@ TEST(FolderConversion, RefusesBadInputBeforeWritingAnything) {
     };
     // The last line naming a file has no "*" to end its source.
     root.write(u"Trip Notes/File-Source.TXT"_s,
-               kSourceList + "the empty.dat file came from a friend\r\n");
+               ReadBytes(sources) + "the empty.dat file came from a friend\r\n");
     expectRefused(folder, ListFolderFiles(folder),
                   {QDir::toNativeSeparators(sources), "line 8", "empty.dat", "\"*\""});
     root.write(u"Trip Notes/File-Source.TXT"_s,

@@ -21,46 +21,50 @@ using test::ReadBytes;
 using test::RecordingHost;
 using test::TempFolder;
 
-// The list's rows in name order: Unnamed (no name in a fresh run), Alpha, ALPHA, Cats & Dogs,
-// 台灣. The unnamed row and the row named like the one before it are not written.
-struct ListFixture {
+// Scrapbooks below a folder of their own, with an application folder and the place of the
+// extension's ScrapBook folder (not made).
+struct Machine {
     TempFolder root;
     QByteArray rootBytes = root.path().toUtf8();
     LibraryFolders folders{root.path() + u"app/"_s, root.path() + u"ScrapBook/"_s};
-    QString store;
-    QString cats;
+    QString system = folders.scrapbookSystemFolder;
     RecordingHost host;
+    QByteArray golden(const char* name) const {
+        return Golden(u"authoring/"_s + QLatin1String(name), "@ROOT@", rootBytes);
+    }
+};
+
+// The list's rows in name order: Unnamed (no name in a fresh run), Alpha, ALPHA, Cats & Dogs,
+// 台灣. The unnamed row and the row named like the one before it are not written.
+struct ListFixture : Machine {
     AppSettings settings{host};
     ScrapbookList list{settings};
-
+    QString store =
+        root.write(u"app/ScrapBookStore.txt"_s,
+                   "Alpha*" + rootBytes + "Alpha/\r\nBig*" + rootBytes + "ALPHA2\r\nUnnamed*" +
+                       rootBytes + "Unnamed/\r\nTaiwan*" + rootBytes + "Taiwan/\r\n");
     ListFixture() {
         MakeScrapbook(root, u"Alpha"_s, 1, "Alpha");
         MakeScrapbook(root, u"ALPHA2"_s, 1, "ALPHA");
         MakeScrapbook(root, u"Unnamed"_s, 1);
         MakeScrapbook(root, u"Taiwan"_s, 1, "\xA5\x78\xC6\x57");
-        cats = MakeScrapbook(root, u"Cats"_s, 1, "Cats & Dogs");
-        store =
-            root.write(u"app/ScrapBookStore.txt"_s,
-                       "Alpha*" + rootBytes + "Alpha/\r\nBig*" + rootBytes + "ALPHA2\r\nUnnamed*" +
-                           rootBytes + "Unnamed/\r\nTaiwan*" + rootBytes + "Taiwan/\r\n");
+        MakeScrapbook(root, u"Cats"_s, 1, "Cats & Dogs");
         LoadAllScrapbooksIntoList(list, folders, host);
+    }
+    MultiBookResult addCats() {
+        return AddToMultiScrapbookList(list, u"Cats"_s, root.path() + u"Cats"_s, folders);
     }
 };
 
 TEST(MultiBook, FromTheMainList) {
     ListFixture f;
-    QDir().mkpath(f.folders.scrapbookSystemFolder);
-    const MultiBookResult result =
-        AddToMultiScrapbookList(f.list, u"Cats"_s, f.root.path() + u"Cats"_s, f.folders);
-    EXPECT_TRUE(result.written);
-    EXPECT_TRUE(result.copied);
+    QDir().mkpath(f.system);
+    const MultiBookResult result = f.addCats();
+    EXPECT_TRUE(result.written && result.copied);
     EXPECT_EQ(result.problems, QStringList());
-    const QString system = f.folders.scrapbookSystemFolder;
-    EXPECT_EQ(ReadBytes(system + u"multibook-BIG5.txt"_s),
-              Golden(u"authoring/multibook-list-BIG5.txt"_s, "@ROOT@", f.rootBytes));
-    EXPECT_EQ(ReadBytes(system + u"multibook1.txt"_s),
-              Golden(u"authoring/multibook-list.txt"_s, "@ROOT@", f.rootBytes));
-    EXPECT_EQ(ReadBytes(system + u"multibook.txt"_s), ReadBytes(system + u"multibook1.txt"_s));
+    EXPECT_EQ(ReadBytes(f.system + u"multibook-BIG5.txt"_s), f.golden("multibook-list-BIG5.txt"));
+    EXPECT_EQ(ReadBytes(f.system + u"multibook1.txt"_s), f.golden("multibook-list.txt"));
+    EXPECT_EQ(ReadBytes(f.system + u"multibook.txt"_s), f.golden("multibook-list.txt"));
     EXPECT_TRUE(ReadBytes(f.store).endsWith("Taiwan/\r\nCats*" + f.rootBytes + "Cats\r\n"));
     EXPECT_EQ(f.list.count(), 5);
 }
@@ -69,88 +73,70 @@ TEST(MultiBook, FromTheMainList) {
 // scrapbook, and the result tells what did not happen.
 TEST(MultiBook, WithoutAUsableScrapbookFolderTheStoreStillTakesIt) {
     ListFixture f;
-    MultiBookResult result =
-        AddToMultiScrapbookList(f.list, u"Cats"_s, f.root.path() + u"Cats"_s, f.folders);
-    EXPECT_FALSE(result.written);
-    EXPECT_FALSE(result.copied);
-    ASSERT_EQ(result.problems.size(), 1);
-    EXPECT_EQ(result.problems.first(),
-              QStringLiteral("there is no ScrapBook folder at %1, so the extension's "
-                             "multibook.txt was not written. Install ScrapBook in Firefox's "
-                             "default profile (profiles.ini names it) and run Firefox once, then "
-                             "try again")
-                  .arg(f.folders.scrapbookSystemFolder));
-    EXPECT_FALSE(QFileInfo::exists(f.folders.scrapbookSystemFolder));
+    MultiBookResult result = f.addCats();
+    EXPECT_FALSE(result.written || result.copied);
+    EXPECT_EQ(result.problems,
+              QStringList{QStringLiteral("there is no ScrapBook folder at %1, so the extension's "
+                                         "multibook.txt was not written. Install ScrapBook in "
+                                         "Firefox's default profile (profiles.ini names it) and "
+                                         "run Firefox once, then try again")
+                              .arg(f.system)});
+    EXPECT_FALSE(QFileInfo::exists(f.system));
     EXPECT_TRUE(ReadBytes(f.store).endsWith("Cats*" + f.rootBytes + "Cats\r\n"));
     EXPECT_EQ(f.list.count(), 5);
 
     // A folder in the way of the working file stands for one that cannot be written.
-    QDir().mkpath(f.folders.scrapbookSystemFolder + u"multibook-BIG5.txt"_s);
-    result = AddToMultiScrapbookList(f.list, u"Cats"_s, f.root.path() + u"Cats"_s, f.folders);
+    QDir().mkpath(f.system + u"multibook-BIG5.txt"_s);
+    result = f.addCats();
     EXPECT_FALSE(result.written);
     ASSERT_EQ(result.problems.size(), 1);
-    EXPECT_TRUE(result.problems.first().startsWith(
-        u"cannot write "_s + f.folders.scrapbookSystemFolder + u"multibook-BIG5.txt"_s));
-    EXPECT_TRUE(result.problems.first().endsWith(u". Make the folder writable and try again"_s));
-    EXPECT_FALSE(QFileInfo::exists(f.folders.scrapbookSystemFolder + "multibook.txt"));
+    EXPECT_TRUE(result.problems.first().startsWith(u"cannot write "_s + f.system +
+                                                   u"multibook-BIG5.txt"_s));
+    EXPECT_FALSE(QFileInfo::exists(f.system + "multibook.txt"));
 }
 
 // The scan: subfolders with a catalogue, then store lines with one, then "default"; an entry
 // equal to the one just before it, ignoring case, is written once.
-struct ScanFixture {
-    TempFolder root;
-    QByteArray rootBytes = root.path().toUtf8();
-    LibraryFolders folders{root.path() + u"app/"_s, root.path() + u"ScrapBook/"_s};
+struct ScanFixture : Machine {
     QString base = root.path() + u"base/"_s;
-    QString store;
-    RecordingHost host;
-
+    QString store = root.write(u"app/ScrapBookStore.txt"_s,
+                               "Cats*" + rootBytes + "base/Cats/\r\n\r\nNowhere * " + rootBytes +
+                                   "nowhere/\r\nRecipes*" + rootBytes + "Recipes\r\n");
     ScanFixture() {
         for (const char* name : {"base/Alpha", "base/Cats", "base/cats", "base/台灣", "Recipes"})
             MakeScrapbook(root, QString::fromUtf8(name), 1);
         QDir().mkpath(base + u"Empty"_s);
-        store = root.write(u"app/ScrapBookStore.txt"_s,
-                           "Cats*" + rootBytes + "base/Cats/\r\n\r\nNowhere * " + rootBytes +
-                               "nowhere/\r\nRecipes*" + rootBytes + "Recipes\r\n");
+    }
+    MultiBookResult scan(const QString& folder) {
+        return Menu_Dir2MultiScrapbook_Click(folder, folders, host);
     }
 };
 
 TEST(MultiBook, FolderScan) {
     ScanFixture f;
-    QDir().mkpath(f.folders.scrapbookSystemFolder);
-    const MultiBookResult result = Menu_Dir2MultiScrapbook_Click(f.base, f.folders, f.host);
+    QDir().mkpath(f.system);
+    const MultiBookResult result = f.scan(f.base);
     EXPECT_EQ(result.problems, QStringList());
     EXPECT_TRUE(result.copied);
-    EXPECT_EQ(ReadBytes(f.base + u"multibook-BIG5.txt"_s),
-              Golden(u"authoring/multibook-scan-BIG5.txt"_s, "@ROOT@", f.rootBytes));
-    EXPECT_EQ(ReadBytes(f.base + u"multibook.txt"_s),
-              Golden(u"authoring/multibook-scan.txt"_s, "@ROOT@", f.rootBytes));
-    EXPECT_EQ(ReadBytes(f.folders.scrapbookSystemFolder + u"multibook.txt"_s),
-              ReadBytes(f.base + u"multibook.txt"_s));
+    EXPECT_EQ(ReadBytes(f.base + u"multibook-BIG5.txt"_s), f.golden("multibook-scan-BIG5.txt"));
+    EXPECT_EQ(ReadBytes(f.base + u"multibook.txt"_s), f.golden("multibook-scan.txt"));
+    EXPECT_EQ(ReadBytes(f.system + u"multibook.txt"_s), f.golden("multibook-scan.txt"));
     EXPECT_EQ(f.host.log, QStringList{"multibook.txt has been created ok!"});
-
-    RecordingHost quiet;
-    EXPECT_EQ(Menu_Dir2MultiScrapbook_Click(u"  "_s, f.folders, quiet).entries, QStringList());
-    EXPECT_TRUE(quiet.log.isEmpty());
 }
 
 TEST(MultiBook, FolderScanFailures) {
     ScanFixture f;
-    // No ScrapBook folder: the list is made in the base folder, and the result says it did not
-    // reach the extension.
-    MultiBookResult result = Menu_Dir2MultiScrapbook_Click(f.base, f.folders, f.host);
-    EXPECT_TRUE(result.written);
-    EXPECT_FALSE(result.copied);
-    EXPECT_FALSE(result.badInput);
-    ASSERT_EQ(result.problems.size(), 1);
-    EXPECT_TRUE(result.problems.first().startsWith(u"there is no ScrapBook folder"_s));
-    EXPECT_EQ(result.entries.last(), u"default\t"_s + f.folders.scrapbookSystemFolder);
+    // No ScrapBook folder: the list is made in the base folder, ending with the default entry,
+    // and the result says it did not reach the extension.
+    MultiBookResult result = f.scan(f.base);
+    EXPECT_TRUE(result.written && !result.copied && !result.badInput);
+    EXPECT_EQ(result.entries.last(), u"default\t"_s + f.system);
 
     // A store line without "*" stops the scan before anything is written.
     QFile::remove(f.base + u"multibook.txt"_s);
     QFile::remove(f.base + u"multibook-BIG5.txt"_s);
     f.root.write(u"app/ScrapBookStore.txt"_s, "Cats*/c/\r\nno star here\r\n");
-    result = Menu_Dir2MultiScrapbook_Click(f.base, f.folders, f.host);
+    result = f.scan(f.base);
     EXPECT_TRUE(result.badInput);
     EXPECT_FALSE(result.written);
     EXPECT_EQ(result.problems,
@@ -162,13 +148,11 @@ TEST(MultiBook, FolderScanFailures) {
                                          "the scan again")});
     EXPECT_FALSE(QFileInfo::exists(f.base + u"multibook-BIG5.txt"_s));
 
-    // A base folder that is not there.
-    result = Menu_Dir2MultiScrapbook_Click(f.root.path() + u"nowhere"_s, f.folders, f.host);
+    result = f.scan(f.root.path() + u"nowhere"_s);
     EXPECT_TRUE(result.badInput);
-    EXPECT_EQ(
-        result.problems,
-        QStringList{f.root.path() + QStringLiteral("nowhere/: no such folder. Name the "
-                                                   "folder whose subfolders are scrapbooks")});
+    EXPECT_EQ(result.problems,
+              QStringList{f.root.path() + u"nowhere/: no such folder. Name the "
+                                          u"folder whose subfolders are scrapbooks"_s});
 }
 
 } // namespace

@@ -13,11 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace qmr {
 
-void PrintTo(const WalkStep& s, std::ostream* os) {
-    *os << "{" << int(s.kind) << " item " << s.item << " parent " << s.parent << " level "
-        << s.level << "}";
-}
-
 namespace {
 
 using test::CatalogueBuilder;
@@ -90,7 +85,7 @@ struct PlainWalk {
 // Catalogues nobody would write by hand: lists that never close, closes without lists, child
 // lines outside any list or cut short, identifiers that begin other identifiers, the same
 // identifier twice, folders in several lists and inside themselves, unsafe identifiers, and
-// now and then folders that list the next one twice, twelve deep.
+// now and then a chain of folders that list the next one twice, twelve deep.
 Catalogue RandomCatalogue(std::mt19937& random, bool doubling) {
     const QStringList ids = {
         "1",    "12",  "123", "2", "20240101000001", "202401010000011", "20240101000002",
@@ -115,13 +110,7 @@ Catalogue RandomCatalogue(std::mt19937& random, bool doubling) {
         else
             b.line(pick({"", "<RDF:Description", "<RDF:li RDF:resource=\"urn:scrapbook:1\"/>"}));
     }
-    if (doubling) {
-        b.list(u"root"_s, {u"c0"_s});
-        for (int i = 0; i < 12; ++i) {
-            const QString next = u"c%1"_s.arg(i + 1);
-            b.list(u"c%1"_s.arg(i), {next, next}).item(u"c%1"_s.arg(i), u"folder"_s);
-        }
-    }
+    if (doubling) b.chain(12, 2);
     return b.build();
 }
 
@@ -147,23 +136,14 @@ TEST(CatalogueWalk, PlacesWhatThePlainRecursiveScanPlaces) {
 }
 
 // Thousands of folders deep: no recursion to exhaust, and the depth comes back.
-TEST(CatalogueWalk, DeepNestingAndTheCatalogueStaysAsRead) {
+TEST(CatalogueWalk, ThousandsOfFoldersDeep) {
     constexpr int kDepth = 3000;
-    auto id = [](int i) { return u"d%1"_s.arg(i, 6, 10, QLatin1Char('0')); };
-    CatalogueBuilder b;
-    b.list(u"root"_s, {id(0)});
-    for (int i = 0; i < kDepth; ++i)
-        b.list(id(i), {id(i + 1)}).item(id(i), u"folder"_s);
-    b.item(id(kDepth), u"note"_s);
-    const Catalogue catalogue = b.build();
+    const Catalogue catalogue = CatalogueBuilder().chain(kDepth, 1).build();
     const CatalogueWalk walk(catalogue);
     ASSERT_TRUE(walk.ok()) << walk.error().toStdString();
     EXPECT_EQ(walk.steps().size(), std::size_t(3 * kDepth + 1));
-    EXPECT_EQ(walk.steps().back().kind, WalkStep::Kind::Leave);
-    EXPECT_EQ(walk.steps().back().level, 0);
-    EXPECT_EQ(walk.parentId(kDepth), id(kDepth - 1));
-    EXPECT_EQ(walk.parentId(0), u"root");
-    EXPECT_EQ(catalogue.items.last().title, u"T"_s + id(kDepth));
+    EXPECT_EQ(walk.steps().back(), (WalkStep{WalkStep::Kind::Leave, 0, -1, 0}));
+    EXPECT_EQ(walk.parentId(kDepth), catalogue.items.at(kDepth - 1).id);
 }
 
 } // namespace

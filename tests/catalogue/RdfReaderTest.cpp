@@ -5,6 +5,8 @@
 
 #include <QDir>
 
+#include <random>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -38,53 +40,46 @@ const QByteArray kCatalogue =
     "                   NS1:comment=\"My Page\" />\n"                                     // 18
     "</RDF:RDF>\n";                                                                       // 19
 
-QString writeScrapbook(const TempFolder& folder, const QByteArray& rdf) {
+// Writes the catalogue into `folder` and loads it.
+bool load(const TempFolder& folder, const QByteArray& rdf, Catalogue& catalogue,
+          InputError* error = nullptr, const CatalogueLimits& limits = {}) {
     folder.write(u"scrapbook.rdf"_s, rdf);
-    return folder.path();
+    return RecodeAndLoadCatalogue(folder.path(), catalogue, error, limits);
 }
 
+// A refused load leaves no items behind.
 InputError loadFailure(const QByteArray& rdf, const CatalogueLimits& limits = {}) {
     TempFolder folder;
     Catalogue catalogue;
     InputError error;
-    EXPECT_FALSE(RecodeAndLoadCatalogue(writeScrapbook(folder, rdf), catalogue, &error, limits));
+    EXPECT_FALSE(load(folder, rdf, catalogue, &error, limits));
     EXPECT_EQ(catalogue.itemCount, 0);
     EXPECT_TRUE(catalogue.items.isEmpty());
     return error;
 }
 
 QByteArray descriptions(int count) {
-    QByteArray rdf;
-    for (int i = 0; i < count; ++i)
-        rdf += "<RDF:Description\nNS1:id=\"1\" />\n";
-    return rdf;
+    return QByteArray("<RDF:Description\nNS1:id=\"1\" />\n").repeated(count);
 }
 
 TEST(RdfReader, LoadsTheItemTableAsTheLinesStand) {
     TempFolder folder;
     Catalogue catalogue;
     InputError error;
-    ASSERT_TRUE(RecodeAndLoadCatalogue(writeScrapbook(folder, kCatalogue), catalogue, &error))
-        << error.text().toStdString();
+    ASSERT_TRUE(load(folder, kCatalogue, catalogue, &error)) << error.text().toStdString();
     // 20 lines and the empty one after the final line feed; lineCount is the last index.
     EXPECT_EQ(catalogue.lineCount, 20);
-    EXPECT_EQ(catalogue.lines.at(7), u"NS1:id=\"20080309000000\""_s);
-    EXPECT_EQ(catalogue.lines.at(20), QString());
     ASSERT_EQ(catalogue.itemCount, 2);
 
     const CatalogueItem& folderItem = catalogue.items.at(0);
     EXPECT_EQ(folderItem.id, u"20080309000000"_s);
-    EXPECT_EQ(folderItem.type, u"folder"_s);
     EXPECT_EQ(folderItem.title, u"台灣 &amp; Tea"_s); // entities are kept
     EXPECT_EQ(folderItem.comment, u"x"_s);            // the last quote ends it
-    EXPECT_EQ(folderItem.kind, ItemKind::Folder);
 
     const CatalogueItem& second = catalogue.items.at(1);
     EXPECT_EQ(second.id, QString()); // written on the Description line: not seen
     EXPECT_EQ(second.title, u"a \"b\" c"_s);
     EXPECT_EQ(second.source, u"http://e.com/?q=&quot;x&quot;"_s);
-    EXPECT_EQ(second.type, u"separator"_s);
-    EXPECT_EQ(second.kind, ItemKind::Separator);
 
     // The working copy is the Big5 text with carriage returns; the catalogue is untouched.
     const QByteArray txt = ReadBytes(folder.path() + u"scrapbook.txt"_s);
@@ -93,56 +88,43 @@ TEST(RdfReader, LoadsTheItemTableAsTheLinesStand) {
     EXPECT_EQ(ReadBytes(folder.path() + u"scrapbook.rdf"_s), kCatalogue);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files),
               (QStringList{"scrapbook.rdf", "scrapbook.txt"}));
-}
 
-TEST(RdfReader, SmallCatalogues) {
-    TempFolder folder;
-    Catalogue catalogue;
-    ASSERT_TRUE(RecodeAndLoadCatalogue(
-        writeScrapbook(folder, "<RDF:Seq RDF:about=\"urn:scrapbook:root\">\n</RDF:Seq>\n"),
-        catalogue));
-    EXPECT_EQ(catalogue.itemCount, 0);
-    EXPECT_EQ(catalogue.lineCount, 2);
-    ASSERT_TRUE(RecodeAndLoadCatalogue(writeScrapbook(folder, ""), catalogue));
-    EXPECT_EQ(catalogue.lineCount, 0); // the one empty line the recoding ends with
-    // Kinds follow the type exactly; an item without a type is a saved page.
-    ASSERT_TRUE(RecodeAndLoadCatalogue(
-        writeScrapbook(folder, "<RDF:Description\nNS1:type=\"Folder\"\n<RDF:Description\n"
-                               "NS1:type=\"note\"\n<RDF:Description\nNS1:icon=\"\"\n"),
-        catalogue));
-    EXPECT_EQ(catalogue.items.at(0).kind, ItemKind::Unknown);
-    EXPECT_TRUE(catalogue.items.at(1).hasSavedPage());
-    EXPECT_FALSE(catalogue.items.at(1).isCapture());
-    EXPECT_EQ(catalogue.items.at(2).kind, ItemKind::Page);
-    // A catalogue saved with CR LF line ends reads the same (with empty lines between).
-    ASSERT_TRUE(RecodeAndLoadCatalogue(
-        writeScrapbook(folder, QByteArray(kCatalogue).replace("\n", "\r\n")), catalogue));
-    EXPECT_EQ(catalogue.itemCount, 2);
+    // CR LF line ends read the same, with empty lines between; a byte-order mark is not text.
+    ASSERT_TRUE(
+        load(folder, "\xEF\xBB\xBF" + QByteArray(kCatalogue).replace("\n", "\r\n"), catalogue));
+    EXPECT_EQ(catalogue.lineCount, 40);
+    EXPECT_EQ(catalogue.lines.at(0), u"<?xml version=\"1.0\"?>"_s);
     EXPECT_EQ(catalogue.items.at(0).title, u"台灣 &amp; Tea"_s);
+    // Kinds follow the type exactly; an item without a type is a saved page.
+    ASSERT_TRUE(
+        load(folder, "<RDF:Description\nNS1:type=\"Folder\"\n<RDF:Description\n", catalogue));
+    EXPECT_EQ(catalogue.items.at(0).kind, ItemKind::Unknown);
+    EXPECT_EQ(catalogue.items.at(1).kind, ItemKind::Page);
+    ASSERT_TRUE(load(folder, "", catalogue));
+    EXPECT_EQ(catalogue.lineCount, 0); // the one empty line the recoding ends with
 }
 
 TEST(RdfReader, RefusesBrokenCataloguesNamingFileAndLine) {
-    const InputError quote = loadFailure("<RDF:Description\n  NS1:title=\"no end\n");
-    EXPECT_EQ(quote.line, 2);
-    EXPECT_TRUE(quote.file.endsWith(u"/scrapbook.rdf"_s));
-    EXPECT_TRUE(quote.text().contains(QStringLiteral(
-        "scrapbook.rdf: line 2: the value of NS1:title has no closing double quote")))
-        << quote.text().toStdString();
-
-    const InputError early = loadFailure("<RDF:RDF>\nNS1:id=\"1\"\n<RDF:Description\n");
-    EXPECT_EQ(early.line, 2);
-    EXPECT_TRUE(early.problem.contains(u"before the first <RDF:Description"_s));
-
-    const InputError utf8 = loadFailure("<RDF:RDF>\n\n<x \xC3\x28/>\n");
-    EXPECT_EQ(utf8.line, 3);
-    EXPECT_TRUE(utf8.problem.contains(u"not valid UTF-8"_s));
-    EXPECT_EQ(loadFailure("a\n\xE0\x80\x80\n").line, 2); // an overlong form
-    EXPECT_EQ(loadFailure("\xED\xA0\x80").line, 1);      // a surrogate
-    EXPECT_EQ(loadFailure("ok\n\xE5\x8F").line, 2);      // cut short at the end
-
-    const InputError binary = loadFailure(QByteArray("GIF89a\n\n\x00\x01", 10));
-    EXPECT_EQ(binary.line, 3);
-    EXPECT_TRUE(binary.problem.contains(u"binary"_s));
+    const struct {
+        QByteArray rdf;
+        int line;
+        const char* problem;
+    } cases[] = {
+        {"<RDF:Description\n  NS1:title=\"no end\n", 2,
+         "scrapbook.rdf: line 2: the value of NS1:title has no closing double quote"},
+        {"<RDF:RDF>\nNS1:id=\"1\"\n<RDF:Description\n", 2, "before the first <RDF:Description"},
+        {"<RDF:RDF>\n\n<x \xC3\x28/>\n", 3, "not valid UTF-8"},
+        {"a\n\xE0\x80\x80\n", 2, "not valid UTF-8"}, // an overlong form
+        {"\xED\xA0\x80", 1, "not valid UTF-8"},      // a surrogate
+        {"ok\n\xE5\x8F", 2, "not valid UTF-8"},      // cut short at the end
+        {QByteArray("GIF89a\n\n\x00\x01", 10), 3, "binary"},
+    };
+    for (const auto& c : cases) {
+        const InputError error = loadFailure(c.rdf);
+        EXPECT_EQ(error.line, c.line) << c.problem;
+        EXPECT_TRUE(error.text().contains(QString::fromUtf8(c.problem)))
+            << error.text().toStdString();
+    }
 
     TempFolder empty;
     Catalogue catalogue;
@@ -151,8 +133,7 @@ TEST(RdfReader, RefusesBrokenCataloguesNamingFileAndLine) {
     EXPECT_TRUE(missing.text().contains(u"scrapbook.rdf"_s));
     EXPECT_FALSE(LoadAllRdfNodes(empty.path(), catalogue, &missing));
     EXPECT_TRUE(missing.text().contains(u"scrapbook.txt"_s));
-    // Nothing but the working copy was written.
-    EXPECT_EQ(QDir(empty.path()).entryList(QDir::Files), QStringList());
+    EXPECT_EQ(QDir(empty.path()).entryList(QDir::Files), QStringList()); // nothing written
 }
 
 TEST(RdfReader, LineAndItemLimitsNameTheSettingThatRaisesThem) {
@@ -163,36 +144,79 @@ TEST(RdfReader, LineAndItemLimitsNameTheSettingThatRaisesThem) {
     // Nine lines and the empty last one: exactly at the limit.
     TempFolder folder;
     Catalogue catalogue;
-    ASSERT_TRUE(RecodeAndLoadCatalogue(
-        writeScrapbook(folder, QByteArray(9, 'x').replace("x", "a\n")), catalogue, nullptr, small));
+    ASSERT_TRUE(load(folder, QByteArray("a\n").repeated(9), catalogue, nullptr, small));
     EXPECT_EQ(catalogue.lineCount, 9);
-
-    const InputError lines = loadFailure(QByteArray(10, 'x').replace("x", "a\n"), small);
+    const InputError lines = loadFailure(QByteArray("a\n").repeated(10), small);
     EXPECT_EQ(lines.line, 11);
     EXPECT_TRUE(lines.text().contains(u"more than 10 lines"_s));
     EXPECT_TRUE(lines.text().contains(u"[Limits] CatalogueLines in /app/Quillmere.ini"_s));
 
     small.maxLines = 100;
-    ASSERT_TRUE(
-        RecodeAndLoadCatalogue(writeScrapbook(folder, descriptions(3)), catalogue, nullptr, small));
+    ASSERT_TRUE(load(folder, descriptions(3), catalogue, nullptr, small));
     EXPECT_EQ(catalogue.itemCount, 3);
     const InputError items = loadFailure(descriptions(4), small);
     EXPECT_EQ(items.line, 7); // the fourth <RDF:Description line
     EXPECT_TRUE(items.text().contains(u"more than 3 items"_s));
     EXPECT_TRUE(items.text().contains(u"[Limits] CatalogueItems"_s));
-}
 
-TEST(RdfReader, DefaultLimitsAreTheCataloguesOwn) {
-    // 80,000 lines and the empty last one load; one more line does not.
-    TempFolder folder;
-    Catalogue catalogue;
-    QByteArray rdf = descriptions(20001);
-    rdf += QByteArray(80000 - 40002, 'x').replace("x", "a\n");
-    ASSERT_TRUE(RecodeAndLoadCatalogue(writeScrapbook(folder, rdf), catalogue));
+    // The defaults: 80,000 lines and the empty last one load; one more line does not.
+    const QByteArray full = descriptions(20001) + QByteArray("a\n").repeated(80000 - 40002);
+    ASSERT_TRUE(load(folder, full, catalogue));
     EXPECT_EQ(catalogue.lineCount, 80000);
     EXPECT_EQ(catalogue.itemCount, 20001);
-    EXPECT_EQ(loadFailure(rdf + "a\n").line, 80002);
+    EXPECT_EQ(loadFailure(full + "a\n").line, 80002);
     EXPECT_EQ(loadFailure(descriptions(20002)).line, 40003);
+}
+
+// Pieces of ScrapBook's own catalogue, line ends of every kind, and bytes that break UTF-8 (a
+// NUL among them), separated by "|".
+constexpr char kJoinedPieces[] =
+    "<RDF:Description RDF:about=\"urn:scrapbook:item1\"\n|NS1:id=\"20080309000000\"\n|"
+    "NS1:title=\"\xE5\x8F\xB0\"\n|NS1:type=\"folder\"\n|NS1:comment=\"x\" />\n|NS1:source=\"|\"|"
+    "\n|\r\n|\r|  |<RDF:Seq RDF:about=\"urn:scrapbook:root\">\n|"
+    "<RDF:li RDF:resource=\"urn:scrapbook:item1\"/>\n|</RDF:Seq>\n|\xC3|\xFF|\0|\xF0\x9F\x98\x80|"
+    "&quot;|NS1:chars=\"UTF-8\"\n|NS1:icon=\n";
+const QByteArrayList kPieces = QByteArray(kJoinedPieces, sizeof kJoinedPieces - 1).split('|');
+
+// The pieces at random, now and then a random byte; the same seed gives the same catalogue.
+QByteArray randomCatalogue(std::mt19937& random) {
+    QByteArray rdf;
+    for (int i = int(random() % 60); i > 0; --i) {
+        if (random() % 8 == 0)
+            rdf += char(random() % 256);
+        else
+            rdf += kPieces.at(random() % kPieces.size());
+    }
+    return rdf;
+}
+
+// Random catalogues either load within the limits or are refused with a message naming a line
+// of the file, leaving no items behind; the reader never crashes. Run longer with
+// QMR_FUZZ_ITERATIONS=200000.
+TEST(RdfReaderFuzz, RandomCataloguesLoadOrAreRefusedCleanly) {
+    test::TempFolder folder;
+    CatalogueLimits limits;
+    limits.maxLines = 40;
+    limits.maxItems = 6;
+    bool set = false;
+    const int wanted = qEnvironmentVariableIntValue("QMR_FUZZ_ITERATIONS", &set);
+    for (int seed = 0; seed < (set && wanted > 0 ? wanted : 4000); ++seed) {
+        std::mt19937 random(seed);
+        const QByteArray rdf = randomCatalogue(random);
+        folder.write(u"scrapbook.rdf"_s, rdf);
+        Catalogue catalogue;
+        InputError error;
+        if (RecodeAndLoadCatalogue(folder.path(), catalogue, &error, limits)) {
+            ASSERT_LE(catalogue.lineCount, limits.maxLines - 1) << "seed " << seed;
+            ASSERT_EQ(catalogue.items.size(), catalogue.itemCount) << "seed " << seed;
+            ASSERT_LE(catalogue.itemCount, limits.maxItems) << "seed " << seed;
+        } else {
+            ASSERT_FALSE(error.text().isEmpty()) << "seed " << seed;
+            ASSERT_GE(error.line, 0) << "seed " << seed;
+            ASSERT_LE(error.line, rdf.count('\n') + rdf.count('\r') + 2) << "seed " << seed;
+            ASSERT_EQ(catalogue.itemCount, 0) << "seed " << seed;
+        }
+    }
 }
 
 } // namespace

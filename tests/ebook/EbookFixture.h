@@ -25,11 +25,6 @@ inline PageChrome EbookTestChrome() {
     return chrome;
 }
 
-// Item identifiers of the fixture: "202401010000" + two digits.
-inline QString FixtureId(int n) {
-    return u"202401010000%1"_s.arg(n, 2, 10, QLatin1Char('0'));
-}
-
 // One e-book build over a catalogue in a temporary folder: the catalogue loaded (or given),
 // its walk, and the build's context over both.
 class EbookFixture {

@@ -18,22 +18,8 @@ using test::TempFolder;
 
 // Only folders not yet in any line are appended, in the local code page with CR LF; a last
 // line left without its line end keeps its text and the new line starts on a line of its own.
+// Without a store file nothing is written.
 TEST(ScrapbookStore, AddAppendsOnlyNewFolders) {
-    TempFolder app;
-    const QString store = app.write(u"ScrapBookStore.txt"_s,
-                                    "Recipes*/books/Recipes/\r\n\xA5\x78\xC6\x57*/books/Taiwan");
-    EXPECT_EQ(AddToScrapbookStore(store, u"Cats"_s, u"/books/Cats/"_s), StoreAddResult::Added);
-    QString message;
-    EXPECT_EQ(AddToScrapbookStore(store, u"Again"_s, u"/BOOKS/recipes/"_s, &message),
-              StoreAddResult::AlreadyIn);
-    EXPECT_EQ(message, store + u" already lists /BOOKS/recipes/"_s);
-    EXPECT_EQ(AddToScrapbookStore(store, u"日記"_s, u"/books/日記/"_s), StoreAddResult::Added);
-    // The test is a substring test: a folder inside another line's folder counts as listed.
-    EXPECT_EQ(AddToScrapbookStore(store, u"Cat"_s, u"/books/Cat"_s), StoreAddResult::AlreadyIn);
-    EXPECT_EQ(ReadBytes(store), Golden(u"library/ScrapBookStore.txt"_s));
-}
-
-TEST(ScrapbookStore, WithoutAStoreFileNothingIsWritten) {
     TempFolder app;
     const QString store = ScrapbookStorePath(app.path());
     EXPECT_EQ(store, app.path() + u"ScrapBookStore.txt"_s);
@@ -44,32 +30,16 @@ TEST(ScrapbookStore, WithoutAStoreFileNothingIsWritten) {
     EXPECT_EQ(message, store + QStringLiteral(" does not exist, so /books/Cats/ was not added to "
                                               "it. Create it (it may be empty) to keep a list of "
                                               "your scrapbooks"));
-}
 
-// The file is found in any case; lines end at CR LF, CR or LF; the first "*" splits a line.
-TEST(ScrapbookStore, ReadingLinesAndEntries) {
-    TempFolder app;
-    const QString store =
-        app.write(u"scrapbookstore.TXT"_s, "A*/a/\r\nB * /b/ \rC*/c*d/\n\nno star\r\n");
-    EXPECT_EQ(ScrapbookStorePath(app.path()), store);
-    QStringList lines;
-    ASSERT_TRUE(ReadScrapbookStore(store, lines));
-    EXPECT_EQ(lines, (QStringList{"A*/a/", "B * /b/ ", "C*/c*d/", "", "no star"}));
-    EXPECT_FALSE(ReadScrapbookStore(app.path() + u"none.txt"_s, lines));
-    EXPECT_TRUE(lines.isEmpty());
-
-    StoreEntry entry;
-    ASSERT_TRUE(SplitStoreEntry(u" B * /b/ "_s, entry));
-    EXPECT_EQ(entry.name, u"B"_s);
-    EXPECT_EQ(entry.folder, u"/b/"_s);
-    ASSERT_TRUE(SplitStoreEntry(u"C*/c*d/"_s, entry));
-    EXPECT_EQ(entry.folder, u"/c*d/"_s);
-    EXPECT_FALSE(SplitStoreEntry(u"no star"_s, entry));
-
-    EXPECT_EQ(StoreLineError(store, 5, u"no star "_s).text(),
-              store + QStringLiteral(": line 5: \"no star\" has no \"*\" between the scrapbook's "
-                                     "name and its folder. Write the line as name*folder, for "
-                                     "example Recipes*/home/me/Books/Recipes/"));
+    app.write(u"ScrapBookStore.txt"_s, "Recipes*/books/Recipes/\r\n\xA5\x78\xC6\x57*/books/Taiwan");
+    EXPECT_EQ(AddToScrapbookStore(store, u"Cats"_s, u"/books/Cats/"_s), StoreAddResult::Added);
+    EXPECT_EQ(AddToScrapbookStore(store, u"Again"_s, u"/BOOKS/recipes/"_s, &message),
+              StoreAddResult::AlreadyIn);
+    EXPECT_EQ(message, store + u" already lists /BOOKS/recipes/"_s);
+    EXPECT_EQ(AddToScrapbookStore(store, u"日記"_s, u"/books/日記/"_s), StoreAddResult::Added);
+    // The test is a substring test: a folder inside another line's folder counts as listed.
+    EXPECT_EQ(AddToScrapbookStore(store, u"Cat"_s, u"/books/Cat"_s), StoreAddResult::AlreadyIn);
+    EXPECT_EQ(ReadBytes(store), Golden(u"library/ScrapBookStore.txt"_s));
 }
 
 } // namespace

@@ -36,6 +36,15 @@ class CatalogueBuilder {
         m_catalogue.items << added;
         return *this;
     }
+    // Folders "c000000", "c000001", ... `depth` deep below the top-level list, each listing the
+    // next one `copies` times; the last one listed is a note.
+    CatalogueBuilder& chain(int depth, int copies) {
+        auto id = [](int i) { return u"c%1"_s.arg(i, 6, 10, QLatin1Char('0')); };
+        list(u"root"_s, {id(0)});
+        for (int i = 0; i < depth; ++i)
+            list(id(i), QStringList(copies, id(i + 1))).item(id(i), u"folder"_s);
+        return item(id(depth), u"note"_s);
+    }
     Catalogue build() const {
         Catalogue catalogue = m_catalogue;
         catalogue.folder = u"/scrapbook/"_s;

@@ -6,16 +6,7 @@
 #include <QFileInfo>
 
 void PrintTo(const QByteArray& bytes, std::ostream* os) {
-    *os << '"';
-    for (const char c : bytes) {
-        if (c == '\r')
-            *os << "\\r";
-        else if (c == '\n')
-            *os << "\\n";
-        else
-            *os << c;
-    }
-    *os << '"';
+    *os << '"' << QByteArray(bytes).replace('\r', "\\r").replace('\n', "\\n").toStdString() << '"';
 }
 
 namespace qmr::test {

@@ -54,8 +54,4 @@ QString MakeScrapbook(const TempFolder& root, const QString& relative, int items
     return folder;
 }
 
-QString WithNuls(const char* text) {
-    return QString::fromUtf8(text).replace(QLatin1Char('|'), QChar(0));
-}
-
 } // namespace qmr::test

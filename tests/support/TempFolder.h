@@ -34,7 +34,4 @@ QString CopyOfExample(const TempFolder& folder);
 QString MakeScrapbook(const TempFolder& root, const QString& relative, int items,
                       const QByteArray& iniName = QByteArray());
 
-// The text with every "|" turned into a NUL character, for the NUL-separated lists of ini files.
-QString WithNuls(const char* text);
-
 } // namespace qmr::test
