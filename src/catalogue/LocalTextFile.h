@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringBuilder>
 
 namespace qmr {
 
@@ -19,6 +20,11 @@ class LocalTextFile {
     void open(const QString& path);
     // One line and its CR LF.
     void writeLine(const QString& text);
+    // A line joined with "%" or "+", appended without a text of its own in between.
+    template <typename A, typename B> void writeLine(const QStringBuilder<A, B>& text) {
+        m_pending += text;
+        m_pending += QLatin1String("\r\n");
+    }
     // Text as it stands, no line end added.
     void write(const QString& text);
     // Bytes as they stand (a file name that must keep the file system's bytes).

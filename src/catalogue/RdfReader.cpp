@@ -76,21 +76,29 @@ bool fail(InputError* error, const QString& file, int line, const QString& probl
     return false;
 }
 
-// Splits the working copy into trimmed lines, stopping with an error past the limit.
+// Splits the working copy into trimmed lines (ended by CR, CR LF or the end, as a line reader
+// of local text sees them), stopping with an error past the limit. One pass, one text a line:
+// a catalogue has tens of thousands.
 bool readLines(const QString& text, Catalogue& catalogue, const QString& rdfPath,
                const CatalogueLimits& limits, InputError* error) {
-    QStringList raw = SplitLocalLines(text);
-    if (raw.size() > limits.maxLines) {
-        return fail(error, rdfPath, limits.maxLines + 1,
-                    QStringLiteral("the catalogue has more than %1 lines, the most Quillmere "
-                                   "loads with its present limit")
-                        .arg(limits.maxLines),
-                    QStringLiteral("Raise [Limits] CatalogueLines in %1 to load it")
-                        .arg(limits.settingsFile));
+    const QStringView all(text);
+    const qsizetype n = all.size();
+    catalogue.lines.clear();
+    catalogue.lines.reserve(n / 32 + 1); // ScrapBook's lines are some fifty characters long
+    for (qsizetype start = 0; start < n;) {
+        qsizetype end = all.indexOf(u'\r', start);
+        if (end < 0) end = n;
+        if (catalogue.lines.size() == limits.maxLines)
+            return fail(error, rdfPath, limits.maxLines + 1,
+                        QStringLiteral("the catalogue has more than %1 lines, the most Quillmere "
+                                       "loads with its present limit")
+                            .arg(limits.maxLines),
+                        QStringLiteral("Raise [Limits] CatalogueLines in %1 to load it")
+                            .arg(limits.settingsFile));
+        catalogue.lines.append(all.sliced(start, end - start).trimmed().toString());
+        start = end + 1;
+        if (start < n && all[start] == u'\n') ++start;
     }
-    catalogue.lines = std::move(raw);
-    for (QString& line : catalogue.lines)
-        line = std::move(line).trimmed();
     catalogue.lineCount = int(catalogue.lines.size()) - 1;
     return true;
 }

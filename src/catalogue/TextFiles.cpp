@@ -42,7 +42,7 @@ bool WriteFileAtomically(const QString& path, const QByteArray& bytes, QString* 
     const bool replacing = old.exists();
     // A read-only file is the user's way of keeping it as it is: renaming over it would work
     // (the folder is writable) but must not.
-    if (replacing && !(old.permissions() & QFileDevice::WriteOwner)) {
+    if (replacing && !old.permission(QFileDevice::WriteOwner)) {
         if (error)
             *error = QStringLiteral("cannot write %1: it is read-only").arg(ToNativePath(path));
         return false;
@@ -80,7 +80,10 @@ QString ReadUtf8File(const QString& path, bool* ok) {
 
 QByteArray Utf8ToLocalText(const QByteArray& utf8, QString* asRead) {
     QString text = decodeUtf8(utf8);
-    text.replace(QLatin1Char('\n'), QLatin1Char('\r'));
+    // A plain loop the compiler widens; the catalogue is megabytes long.
+    char16_t* chars = reinterpret_cast<char16_t*>(text.data());
+    for (qsizetype i = 0, n = text.size(); i < n; ++i)
+        chars[i] = chars[i] == u'\n' ? u'\r' : chars[i];
     text += QStringLiteral("\r\n");
     return LocalCodePage::encode(text, asRead);
 }

@@ -142,10 +142,12 @@ void ContentPage::ContentItemEntry(const Catalogue& catalogue, int depth, int it
     const bool folderPage = link.isEmpty() && item.isFolder();
     if (folderPage) link = QStringLiteral("./data/qmr/") + item.id + QStringLiteral(".html");
     if (m_file.isOpen()) {
-        m_file.writeLine(QStringLiteral("&nbsp;").repeated(5 * qMax(depth, 0)));
-        m_file.writeLine(TypeIconTag(IconKindOf(item), QStringLiteral("data/qmr/")));
-        m_file.writeLine(QStringLiteral("<font size=\"") + fontSize + QStringLiteral("\">"));
-        m_file.writeLine(entryLine(link, title, folderPage));
+        // Four lines, written as one piece: a content page has thousands of entries.
+        m_file.writeLine(QStringLiteral("&nbsp;").repeated(5 * qMax(depth, 0)) %
+                         QLatin1String("\r\n") %
+                         TypeIconTag(IconKindOf(item), QStringLiteral("data/qmr/")) %
+                         QLatin1String("\r\n<font size=\"") % fontSize % QLatin1String("\">\r\n") %
+                         entryLine(link, title, folderPage));
     }
     // The forum post lists the pages whether or not a content page is being written.
     if (forum) forum->writeLine(depth, title, link);

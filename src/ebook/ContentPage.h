@@ -23,6 +23,9 @@ class ContentPage {
     void ChooseContentTemplate(const PageChrome& chrome, const Catalogue& catalogue,
                                const QString& folder, const QString& contentMode = QString(),
                                const QString& rootContentName = QStringLiteral("index.html"));
+    // The page keeps the chrome until it is closed, so a temporary one is refused.
+    void ChooseContentTemplate(PageChrome&&, const Catalogue&, const QString&,
+                               const QString& = QString(), const QString& = QString()) = delete;
 
     // One entry at `depth` (0 for the top level). `link` is chosen by `mode` and the link check
     // box (`savedCopyBox`): an empty link on a folder becomes "./data/qmr/" + id + ".html" and

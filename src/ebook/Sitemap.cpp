@@ -112,27 +112,25 @@ void writePlacedItem(EbookContext& build, LocalTextFile& file, const WalkStep& s
 
 } // namespace
 
+// Each entry is written as one piece, its lines joined by CR LF: a book has thousands.
 void WriteFolderEntry(LocalTextFile& file, const QString& title, int imageNumber) {
-    file.writeLine(QStringLiteral("      <LI><OBJECT type=\"text/sitemap\">"));
-    file.writeLine(QStringLiteral("            <param name=\"Name\" value=\"") % title %
-                   QStringLiteral("\">"));
-    file.writeLine(QStringLiteral("            <param name=\"ImageNumber\" value=\"") %
-                   QString::number(imageNumber) % QStringLiteral("\">"));
-    file.writeLine(QStringLiteral("          </OBJECT>"));
+    file.writeLine(QLatin1String("      <LI><OBJECT type=\"text/sitemap\">\r\n"
+                                 "            <param name=\"Name\" value=\"") %
+                   title %
+                   QLatin1String("\">\r\n            <param name=\"ImageNumber\" value=\"") %
+                   QString::number(imageNumber) % QLatin1String("\">\r\n          </OBJECT>"));
 }
 
 void WritePageEntry(LocalTextFile& file, const QString& name, const QString& target,
                     int imageNumber) {
-    file.writeLine(QStringLiteral("         <UL>"));
-    file.writeLine(QStringLiteral("            <LI><OBJECT type=\"text/sitemap\">"));
-    file.writeLine(QStringLiteral("                  <param name=\"Name\" value=\"") % name %
-                   QStringLiteral("\">"));
-    file.writeLine(QStringLiteral("                  <param name=\"Local\" value=\"") % target %
-                   QStringLiteral("\">"));
-    file.writeLine(QStringLiteral("                  <param name=\"ImageNumber\" value=\"") %
-                   QString::number(imageNumber) % QStringLiteral("\">"));
-    file.writeLine(QStringLiteral("                </OBJECT>"));
-    file.writeLine(QStringLiteral("         </UL>"));
+    file.writeLine(QLatin1String("         <UL>\r\n"
+                                 "            <LI><OBJECT type=\"text/sitemap\">\r\n"
+                                 "                  <param name=\"Name\" value=\"") %
+                   name % QLatin1String("\">\r\n                  <param name=\"Local\" value=\"") %
+                   target %
+                   QLatin1String("\">\r\n                  <param name=\"ImageNumber\" value=\"") %
+                   QString::number(imageNumber) %
+                   QLatin1String("\">\r\n                </OBJECT>\r\n         </UL>"));
 }
 
 void WriteTocPageEntry(const EbookContext& build, LocalTextFile& file, int index, bool useSource) {

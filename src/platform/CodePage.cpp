@@ -1,5 +1,6 @@
 #include "platform/CodePage.h"
 
+#include <map>
 #include <memory>
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
@@ -40,6 +41,17 @@ Converter openConverter(const QString& name) {
     ucnv_setFromUCallBack(conv.get(), writeQuestionMark, nullptr, nullptr, nullptr, &err);
     ucnv_setToUCallBack(conv.get(), writeReplacementChar, nullptr, nullptr, nullptr, &err);
     if (U_FAILURE(err)) return nullptr;
+    return conv;
+}
+
+// Converters of this thread, kept open: opening one costs more than converting a page. Each
+// use starts from a reset converter; `slot` tells apart two used at the same time.
+UConverter* cachedConverter(const QString& name, int slot) {
+    thread_local std::map<std::pair<QString, int>, Converter> open;
+    auto found = open.find({name, slot});
+    if (found == open.end()) found = open.emplace(std::pair{name, slot}, openConverter(name)).first;
+    UConverter* conv = found->second.get();
+    if (conv) ucnv_reset(conv);
     return conv;
 }
 
@@ -102,6 +114,24 @@ qsizetype copyAsciiRun(const char16_t* src, qsizetype n, char* dst) {
     return i;
 }
 
+// Appends the text of whole characters' bytes; a byte never gives more than one UTF-16 unit in
+// these tables, and where it would, the longer way is taken.
+void appendDecoded(UConverter* conv, QByteArrayView bytes, QString& out) {
+    const qsizetype at = out.size();
+    out.resize(at + bytes.size());
+    ucnv_resetToUnicode(conv);
+    UErrorCode err = U_ZERO_ERROR;
+    const int32_t n =
+        ucnv_toUChars(conv, reinterpret_cast<UChar*>(out.data() + at), int32_t(bytes.size()),
+                      bytes.data(), int32_t(bytes.size()), &err);
+    if (U_FAILURE(err)) { // the buffer overflowed, or the bytes were not whole characters
+        out.resize(at);
+        out += decodeExpanding(conv, bytes);
+        return;
+    }
+    out.resize(at + n);
+}
+
 } // namespace
 
 // ICU takes "cp950" as IBM-950, a different table from the one these files use, so the
@@ -135,11 +165,11 @@ QByteArray CodePage::encode(QStringView text) const {
 QByteArray CodePage::encode(QStringView text, QString* asRead) const {
     if (asRead) asRead->clear();
     if (text.isEmpty()) return {};
-    Converter conv = openConverter(m_name);
-    Converter back = asRead ? openConverter(m_name) : nullptr;
+    UConverter* conv = cachedConverter(m_name, 0);
+    UConverter* back = asRead ? cachedConverter(m_name, 1) : nullptr;
     if (!conv || (asRead && !back)) return {};
     QByteArray out;
-    out.resize(UCNV_GET_MAX_BYTES_FOR_STRING(text.size(), ucnv_getMaxCharSize(conv.get())));
+    out.resize(UCNV_GET_MAX_BYTES_FOR_STRING(text.size(), ucnv_getMaxCharSize(conv)));
     if (asRead) asRead->reserve(text.size());
     const char16_t* src = text.utf16();
     const qsizetype n = text.size();
@@ -158,12 +188,11 @@ QByteArray CodePage::encode(QStringView text, QString* asRead) const {
             ++k;
         UErrorCode err = U_ZERO_ERROR;
         const int32_t made =
-            ucnv_fromUChars(conv.get(), dst + written, int32_t(out.size() - written),
+            ucnv_fromUChars(conv, dst + written, int32_t(out.size() - written),
                             reinterpret_cast<const UChar*>(src + j), int32_t(k - j), &err);
         if (U_FAILURE(err)) return {};
         // A run ends on a whole character, so it decodes back on its own.
-        if (asRead)
-            asRead->append(decodeExpanding(back.get(), QByteArrayView(dst + written, made)));
+        if (asRead) appendDecoded(back, QByteArrayView(dst + written, made), *asRead);
         written += made;
         i = k;
     }
@@ -175,7 +204,7 @@ QByteArray CodePage::encode(QStringView text, QString* asRead) const {
 // looks like ASCII (GBK's 0x81 0x40) is never cut in two.
 QString CodePage::decode(QByteArrayView bytes) const {
     if (bytes.isEmpty()) return {};
-    Converter conv = openConverter(m_name);
+    UConverter* conv = cachedConverter(m_name, 0);
     if (!conv) return {};
     QString out;
     out.resize(bytes.size() + 1); // a byte never makes more than one UTF-16 unit here
@@ -186,12 +215,12 @@ QString CodePage::decode(QByteArrayView bytes) const {
     UChar* const dstEnd = dst + out.size();
     auto convert = [&](const char* until) {
         UErrorCode err = U_ZERO_ERROR;
-        ucnv_toUnicode(conv.get(), &dst, dstEnd, &src, until, nullptr, until == end, &err);
+        ucnv_toUnicode(conv, &dst, dstEnd, &src, until, nullptr, until == end, &err);
         return err;
     };
     while (src < end) {
         UErrorCode pendingErr = U_ZERO_ERROR;
-        const bool pending = ucnv_toUCountPending(conv.get(), &pendingErr) > 0;
+        const bool pending = ucnv_toUCountPending(conv, &pendingErr) > 0;
         if (m_asciiRuns && !pending) {
             while (src < end && static_cast<unsigned char>(*src) < 0x80)
                 *dst++ = UChar(*src++);
@@ -206,14 +235,14 @@ QString CodePage::decode(QByteArrayView bytes) const {
             while (runEnd < end && static_cast<unsigned char>(*runEnd) >= 0x80)
                 ++runEnd;
         const UErrorCode err = convert(runEnd);
-        if (err == U_BUFFER_OVERFLOW_ERROR) return decodeExpanding(conv.get(), bytes);
+        if (err == U_BUFFER_OVERFLOW_ERROR) return decodeExpanding(conv, bytes);
         if (U_FAILURE(err)) return {};
     }
     // A lead byte at the very end still waits: flushing turns it into U+FFFD.
     UErrorCode pendingErr = U_ZERO_ERROR;
-    if (ucnv_toUCountPending(conv.get(), &pendingErr) > 0) {
+    if (ucnv_toUCountPending(conv, &pendingErr) > 0) {
         const UErrorCode err = convert(end);
-        if (err == U_BUFFER_OVERFLOW_ERROR) return decodeExpanding(conv.get(), bytes);
+        if (err == U_BUFFER_OVERFLOW_ERROR) return decodeExpanding(conv, bytes);
     }
     out.resize(dst - start);
     return out;

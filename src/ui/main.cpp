@@ -1,10 +1,12 @@
 #include "library/Settings.h"
+#include "platform/ProcessMemory.h"
 #include "ui/DesktopServices.h"
 #include "ui/MainWindow.h"
 
 #include <QApplication>
 
 int main(int argc, char* argv[]) {
+    qmr::KeepLargeBlocksForReuse();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("quillmere"));
     QApplication::setApplicationDisplayName(qmr::ApplicationTitle());

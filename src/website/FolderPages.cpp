@@ -48,6 +48,20 @@ std::optional<QString> itemLink(const CatalogueItem& item) {
     return std::nullopt;
 }
 
+// The title and navigation bars every folder page opens with.
+QString barsOfFolderPages(const PageChrome& chrome) {
+    return HtmlTitleBar(chrome, kRootPrefix) % kLineEnd % HtmlNavigationBar(kRootPrefix) % kLineEnd;
+}
+
+// A folder page's head below its bars: the path "parent > folder" and the opening of the list.
+QString pathHeader(const QString& bars, const Catalogue& catalogue, int folderIndex,
+                   const QString& parentId) {
+    const CatalogueItem& folder = catalogue.items.at(folderIndex);
+    return bars % QLatin1String("<hr size=\"1\" noshade>\r\n<font size=\"4\"><b>\r\n") %
+           parentLink(catalogue, parentId) % folder.title %
+           QLatin1String("</b></font><br>\r\n<p align=\"left\">\r\n<div align=\"left\">\r\n");
+}
+
 // Each folder's body as the walk leaves it: started anew each time the folder is entered, one
 // line for each item its list places.
 QHash<int, QString> folderBodies(const PageChrome& chrome, const Catalogue& catalogue,
@@ -70,13 +84,7 @@ QHash<int, QString> folderBodies(const PageChrome& chrome, const Catalogue& cata
 
 QString FolderPathHeader(const PageChrome& chrome, const Catalogue& catalogue, int folderIndex,
                          const QString& parentId) {
-    const CatalogueItem& folder = catalogue.items.at(folderIndex);
-    return HtmlTitleBar(chrome, kRootPrefix) + kLineEnd + HtmlNavigationBar(kRootPrefix) +
-           kLineEnd + QStringLiteral("<hr size=\"1\" noshade>") + kLineEnd +
-           QStringLiteral("<font size=\"4\"><b>") + kLineEnd + parentLink(catalogue, parentId) +
-           folder.title + QStringLiteral("</b></font><br>") + kLineEnd +
-           QStringLiteral("<p align=\"left\">") + kLineEnd +
-           QStringLiteral("<div align=\"left\">") + kLineEnd;
+    return pathHeader(barsOfFolderPages(chrome), catalogue, folderIndex, parentId);
 }
 
 QString FolderItemLine(const CatalogueItem& item, const QString& link) {

@@ -82,9 +82,9 @@ TEST(ContentPage, MarkersChooseTheSkinLogitechFirst) {
 TEST(ContentPage, EntryWithoutALinkAndForumLines) {
     const Catalogue catalogue = test::CatalogueBuilder().item("n", "note", "Bold").build();
     test::TempFolder folder;
+    const PageChrome chrome = test::EbookTestChrome();
     ContentPage content;
-    content.ChooseContentTemplate(test::EbookTestChrome(), catalogue, folder.path(),
-                                  u"ROOT_CONTENT"_s, u"c.html"_s);
+    content.ChooseContentTemplate(chrome, catalogue, folder.path(), u"ROOT_CONTENT"_s, u"c.html"_s);
     QString link;
     content.ContentItemEntry(catalogue, 2, 0, link, u"3"_s, 7, false, nullptr);
     ASSERT_TRUE(content.CloseContentPage());
