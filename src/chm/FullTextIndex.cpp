@@ -2,10 +2,9 @@
 
 #include "chm/BookLanguage.h"
 #include "chm/ScaleRootCode.h"
-#include "chm/SearchWords.h"
+#include "chm/TopicWords.h"
 #include "chm/WordTree.h"
 
-#include <QHashFunctions>
 #include <QtEndian>
 
 #include <algorithm>
@@ -27,13 +26,18 @@ struct WordEntry {
     bool inTitle = false;
     quint32 lastTopic = 0;
     quint32 topicCount = 0;
+    quint64 hash = 0;
     std::vector<quint8> packed;
 };
 
+// Grown by a quarter at a time rather than doubled: the packed places are most of the index's
+// memory while it is built, and a common word's buffer gets large.
+void MakeRoom(std::vector<quint8>& out, size_t more) {
+    if (out.capacity() - out.size() < more) out.reserve(out.size() + out.size() / 4 + more + 8);
+}
+
 void Pack(std::vector<quint8>& out, quint32 value) {
-    // Grown by a quarter at a time rather than doubled: the packed places are most of the
-    // index's memory while it is built, and a common word's buffer gets large.
-    if (out.capacity() - out.size() < 5) out.reserve(out.size() + out.size() / 4 + 8);
+    MakeRoom(out, 5);
     while (value >= 0x80) {
         out.push_back(quint8(0x80 | (value & 0x7F)));
         value >>= 7;
@@ -64,24 +68,22 @@ struct WordRoots {
 
 struct FullTextIndex::Data {
     explicit Data(quint32 language)
-        : languageId(language), codePage(CodePageOfLanguage(language)), breaker(codePage) {}
+        : languageId(language), codePage(CodePageOfLanguage(language)) {}
 
-    quint32 wordId(QByteArrayView word, bool inTitle);
+    quint32 wordId(QByteArrayView word, bool inTitle, quint64 hash);
     void growSlots();
     QByteArrayView textOf(const WordEntry& entry) const {
         return QByteArrayView(wordText).sliced(entry.textOffset, entry.textLength);
     }
-    void addPlaces(quint32 topicNumber);
     void appendLocationCodes(QByteArray& file, WordEntry& entry, const WordRoots& roots) const;
     void writeHeader(QByteArray& file, const WordTreeShape& tree, const WordRoots& roots) const;
 
     quint32 languageId;
     QString codePage;
-    SearchWordBreaker breaker;
-    QByteArray wordText;          // every entry's word, one after another
-    std::vector<WordEntry> words; // by word id
-    std::vector<quint32> slots;   // hash table of word ids + 1; 0 marks a free slot
-    std::vector<std::pair<quint32, quint32>> places; // (word id, location) of the current topic
+    std::unique_ptr<TopicWordCollector> collector; // for topics given as text
+    QByteArray wordText;                           // every entry's word, one after another
+    std::vector<WordEntry> words;                  // by word id
+    std::vector<quint32> slots; // hash table of word ids + 1; 0 marks a free slot
     BitLengthCounts topicSteps, codeCounts, locationSteps;
     quint32 topicsIndexed = 0;
     quint32 lastTopic = 0;
@@ -90,25 +92,24 @@ struct FullTextIndex::Data {
     quint32 longestWord = 0;
 };
 
-quint32 FullTextIndex::Data::wordId(QByteArrayView word, bool inTitle) {
+quint32 FullTextIndex::Data::wordId(QByteArrayView word, bool inTitle, quint64 hash) {
     if (slots.size() < 2 * words.size() + 2) growSlots();
     const size_t mask = slots.size() - 1;
-    for (size_t slot = (qHash(word) ^ size_t(inTitle)) & mask;; slot = (slot + 1) & mask) {
+    for (size_t slot = size_t(hash) & mask;; slot = (slot + 1) & mask) {
         if (slots[slot] == 0) {
             WordEntry entry;
             entry.textOffset = quint32(wordText.size());
             entry.textLength = quint8(word.size());
             entry.inTitle = inTitle;
+            entry.hash = hash;
             wordText.append(word);
             words.push_back(std::move(entry));
             slots[slot] = quint32(words.size());
-            if (!inTitle) {
-                longestWord = std::max(longestWord, quint32(word.size()));
-            }
             return quint32(words.size() - 1);
         }
         const WordEntry& known = words[slots[slot] - 1];
-        if (known.inTitle == inTitle && textOf(known) == word) return slots[slot] - 1;
+        if (known.hash == hash && known.inTitle == inTitle && textOf(known) == word)
+            return slots[slot] - 1;
     }
 }
 
@@ -116,39 +117,12 @@ void FullTextIndex::Data::growSlots() {
     std::vector<quint32> grown(std::max<size_t>(1024, slots.size() * 2), 0);
     const size_t mask = grown.size() - 1;
     for (quint32 id = 0; id < words.size(); ++id) {
-        size_t slot = (qHash(textOf(words[id])) ^ size_t(words[id].inTitle)) & mask;
+        size_t slot = size_t(words[id].hash) & mask;
         while (grown[slot] != 0)
             slot = (slot + 1) & mask;
         grown[slot] = id + 1;
     }
     slots.swap(grown);
-}
-
-// Places arrive in location order, so sorting by word keeps each word's places in order.
-void FullTextIndex::Data::addPlaces(quint32 topicNumber) {
-    std::sort(places.begin(), places.end());
-    for (size_t first = 0; first < places.size();) {
-        size_t end = first + 1;
-        while (end < places.size() && places[end].first == places[first].first)
-            ++end;
-        WordEntry& entry = words[places[first].first];
-        const quint32 step = entry.topicCount == 0 ? topicNumber : topicNumber - entry.lastTopic;
-        Pack(entry.packed, step);
-        topicSteps.add(step);
-        Pack(entry.packed, quint32(end - first));
-        codeCounts.add(quint32(end - first));
-        quint32 previous = 0;
-        for (size_t i = first; i < end; ++i) {
-            const quint32 location = places[i].second - previous;
-            Pack(entry.packed, location);
-            locationSteps.add(location);
-            previous = places[i].second;
-        }
-        entry.lastTopic = topicNumber;
-        ++entry.topicCount;
-        first = end;
-    }
-    places.clear();
 }
 
 FullTextIndex::FullTextIndex(quint32 languageId) : m_data(std::make_unique<Data>(languageId)) {}
@@ -157,20 +131,30 @@ FullTextIndex::~FullTextIndex() = default;
 
 void FullTextIndex::addTopic(quint32 topicNumber, const QString& title, const QString& text) {
     Data& d = *m_data;
+    if (!d.collector) d.collector = std::make_unique<TopicWordCollector>(d.codePage);
+    addTopic(topicNumber, d.collector->collect(title, text));
+}
+
+void FullTextIndex::addTopic(quint32 topicNumber, const TopicWords& topic) {
+    Data& d = *m_data;
     if (d.topicsIndexed > 0 && topicNumber <= d.lastTopic)
         return; // out of order: the location codes could not name it
-    auto inBody = [&](QByteArrayView word, quint32 location) {
-        d.places.emplace_back(d.wordId(word, false), location);
-        ++d.wordsIndexed;
-        d.indexedLength += quint64(word.size());
-    };
-    auto inTitle = [&](QByteArrayView word, quint32 location) {
-        inBody(word, location);
-        d.places.emplace_back(d.wordId(word, true), location);
-    };
-    const quint32 afterTitle = d.breaker.breakText(title, 0, inTitle);
-    d.breaker.breakText(text, afterTitle, inBody);
-    d.addPlaces(topicNumber);
+    for (const TopicWords::Word& word : topic.words) {
+        WordEntry& entry = d.words[d.wordId(topic.text(word), word.inTitle, word.hash)];
+        const quint32 step = entry.topicCount == 0 ? topicNumber : topicNumber - entry.lastTopic;
+        const QByteArrayView places = topic.places(word);
+        Pack(entry.packed, step);
+        MakeRoom(entry.packed, size_t(places.size()));
+        entry.packed.insert(entry.packed.end(), places.begin(), places.end());
+        d.topicSteps.add(step);
+        entry.lastTopic = topicNumber;
+        ++entry.topicCount;
+    }
+    d.codeCounts.add(topic.placeCounts);
+    d.locationSteps.add(topic.placeSteps);
+    d.wordsIndexed += topic.wordsIndexed;
+    d.indexedLength += topic.indexedLength;
+    d.longestWord = std::max(d.longestWord, topic.longestWord);
     d.lastTopic = topicNumber;
     ++d.topicsIndexed;
 }

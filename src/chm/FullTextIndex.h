@@ -7,6 +7,8 @@
 
 namespace qmr::chm {
 
+struct TopicWords;
+
 // The full-text search index of a book ($FIftiMain): every word of every topic with where it
 // stands, so a reader's search finds the topics holding a word. Words are stored in the book's
 // code page (that of `languageId`); Chinese, Japanese and Korean text, which has no blanks
@@ -23,6 +25,9 @@ class FullTextIndex {
     // not above the one before is left out. Title words are indexed twice: with the text, and
     // as title words for a reader's "titles only" search.
     void addTopic(quint32 topicNumber, const QString& title, const QString& text);
+    // The same with the topic's words gathered beforehand (TopicWordCollector, in the book's
+    // code page), as the compiler does on the threads that read the pages.
+    void addTopic(quint32 topicNumber, const TopicWords& words);
 
     // The $FIftiMain file; empty when no topic held a word to index (a book then packs no
     // $FIftiMain, as a reader's search would stumble over an index without words). Called

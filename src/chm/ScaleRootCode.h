@@ -41,6 +41,10 @@ int ScaleRootBitCount(int bitLength, int root);
 struct BitLengthCounts {
     std::array<std::uint64_t, 33> counts{};
     void add(std::uint32_t value) { ++counts[BitLength(value)]; }
+    void add(const BitLengthCounts& other) {
+        for (size_t i = 0; i < counts.size(); ++i)
+            counts[i] += other.counts[i];
+    }
     int bestRoot() const;
 };
 
