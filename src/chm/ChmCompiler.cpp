@@ -3,6 +3,7 @@
 #include "chm/BookFiles.h"
 #include "chm/BookLanguage.h"
 #include "chm/ChmWriter.h"
+#include "chm/DefaultTopic.h"
 #include "chm/FullTextIndex.h"
 #include "chm/HelpProject.h"
 #include "chm/InternalFiles.h"
@@ -210,7 +211,9 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
     BookPacker packer(project, options, gatherer, writer, log);
     if (!packer.pack(files)) return false;
     book.topics = packer.topics();
-    book.project = &project;
+    HelpProject settled = project;
+    SettleDefaultTopic(settled, gatherer.defaultTopic(), book, log);
+    book.project = &settled;
     const QByteArray fullText = packer.fullTextIndex();
     book.fullTextSearch = !fullText.isEmpty();
     bool ok = true;
