@@ -120,18 +120,19 @@ class FileReader {
 // files each one uses join the list as it is packed. The topics are the pages.
 class BookPacker {
   public:
-    BookPacker(const HelpProject& project, const CompileOptions& options,
-               BookFileGatherer& gatherer, ChmWriter& writer, CompileLog& log)
-        : m_project(project), m_options(options), m_gatherer(gatherer), m_writer(writer),
-          m_log(log), m_reader(project, gatherer) {
+    BookPacker(const HelpProject& project, const CompileOptions& options, ChmWriter& writer,
+               CompileLog& log)
+        : m_project(project), m_options(options), m_writer(writer), m_log(log) {
         if (project.fullTextSearch) m_fullText.emplace(project.languageId);
     }
 
-    bool pack(QStringList& files) {
+    // Packs `files` and the files they add to the list.
+    bool pack(BookFileGatherer& gatherer, QStringList& files) {
         const int threads = m_options.jobs > 0 ? m_options.jobs : QThread::idealThreadCount();
+        FileReader reader(m_project, gatherer);
         OrderedWork<QString, ReadFile> reads(
             threads > 1 ? threads : 0, kFilesAheadPerThread * std::max(threads, 1),
-            [this](const QString& path) { return m_reader.read(path); });
+            [&reader](const QString& path) { return reader.read(path); });
         for (const QString& file : files)
             reads.add(file);
         for (qsizetype i = 0; i < files.size(); ++i) {
@@ -140,7 +141,7 @@ class BookPacker {
                 return false;
             }
             const ReadFile file = reads.take();
-            for (const QString& added : m_gatherer.take(file.references)) {
+            for (const QString& added : gatherer.take(file.references)) {
                 files.append(added);
                 reads.add(added);
             }
@@ -177,10 +178,8 @@ class BookPacker {
 
     const HelpProject& m_project;
     const CompileOptions& m_options;
-    BookFileGatherer& m_gatherer;
     ChmWriter& m_writer;
     CompileLog& m_log;
-    FileReader m_reader;
     std::optional<FullTextIndex> m_fullText;
     QList<BookTopic> m_topics;
 };
@@ -197,8 +196,8 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
                   QStringLiteral("names no book to write; add a \"Compiled file=\" line"));
         return false;
     }
-    BookFileGatherer gatherer(project, log);
-    QStringList files = gatherer.start();
+    auto gatherer = std::make_unique<BookFileGatherer>(project, log);
+    QStringList files = gatherer->start();
     const CodePage codePage(CodePageOfLanguage(project.languageId));
     BookContents book;
     book.contents = ReadProjectSitemap(project, project.contentsFile, codePage, log);
@@ -208,11 +207,13 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
     if (log.hasErrors()) return false;
 
     ChmWriter writer(output, {project.languageId, options.lzx, options.jobs, book.compiledAt});
-    BookPacker packer(project, options, gatherer, writer, log);
-    if (!packer.pack(files)) return false;
+    BookPacker packer(project, options, writer, log);
+    if (!packer.pack(*gatherer, files)) return false;
     book.topics = packer.topics();
     HelpProject settled = project;
-    SettleDefaultTopic(settled, gatherer.defaultTopic(), book, log);
+    SettleDefaultTopic(settled, gatherer->defaultTopic(), book, log);
+    gatherer.reset(); // its folder listings are not needed to finish the index
+
     book.project = &settled;
     const QByteArray fullText = packer.fullTextIndex();
     book.fullTextSearch = !fullText.isEmpty();
