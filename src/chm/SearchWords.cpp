@@ -3,7 +3,6 @@
 #include <QChar>
 
 #include <algorithm>
-#include <cstring>
 
 #include <unicode/ubrk.h>
 
@@ -122,7 +121,8 @@ void SearchWordBreaker::takeNonAscii(char32_t c, quint32& location, const WordSi
 // A word longer than the index keeps is counted (it takes a place) but never stored.
 void SearchWordBreaker::appendToWord(const char* bytes, qsizetype size) {
     if (m_wordLength + size <= kLongestWord)
-        std::memcpy(m_word + m_wordLength, bytes, size_t(size));
+        for (qsizetype i = 0; i < size; ++i)
+            m_word[m_wordLength + i] = bytes[i];
     m_wordLength += size;
 }
 
