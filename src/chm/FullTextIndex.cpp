@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -17,17 +18,21 @@ namespace {
 
 constexpr qsizetype kHeaderSize = 0x400;
 
+constexpr int kHeadBytes = 14;
+
 // One entry of the index: a word, or the same word's places in titles, with its location codes
 // packed as they arrive (per topic: the step from the topic before, how many places, and the
-// steps between places, as 7-bit groups) until the index is written.
+// steps between places, as 7-bit groups) until the index is written. An entry fills one cache
+// line, and holds the first bytes of its word, so a lookup usually reads nothing else.
 struct WordEntry {
+    quint64 hash = 0;
+    std::vector<quint8> packed;
+    quint32 lastTopic = 0;
+    quint32 topicCount = 0;
     quint32 textOffset = 0;
     quint8 textLength = 0;
     bool inTitle = false;
-    quint32 lastTopic = 0;
-    quint32 topicCount = 0;
-    quint64 hash = 0;
-    std::vector<quint8> packed;
+    char head[kHeadBytes] = {};
 };
 
 // Grown by a quarter at a time rather than doubled: the packed places are most of the index's
@@ -70,6 +75,7 @@ struct FullTextIndex::Data {
     explicit Data(quint32 language)
         : languageId(language), codePage(CodePageOfLanguage(language)) {}
 
+    bool holds(const WordEntry& entry, QByteArrayView word, bool inTitle, quint64 hash) const;
     quint32 wordId(QByteArrayView word, bool inTitle, quint64 hash);
     void growSlots();
     QByteArrayView textOf(const WordEntry& entry) const {
@@ -83,7 +89,9 @@ struct FullTextIndex::Data {
     std::unique_ptr<TopicWordCollector> collector; // for topics given as text
     QByteArray wordText;                           // every entry's word, one after another
     std::vector<WordEntry> words;                  // by word id
-    std::vector<quint32> slots; // hash table of word ids + 1; 0 marks a free slot
+    // Hash table: the high half of a word's hash, and its id + 1 in the low half; 0 marks a free
+    // slot. A slot whose hash differs is passed over without reading the entry.
+    std::vector<quint64> slots;
     BitLengthCounts topicSteps, codeCounts, locationSteps;
     quint32 topicsIndexed = 0;
     quint32 lastTopic = 0;
@@ -92,35 +100,49 @@ struct FullTextIndex::Data {
     quint32 longestWord = 0;
 };
 
+bool FullTextIndex::Data::holds(const WordEntry& entry, QByteArrayView word, bool inTitle,
+                                quint64 hash) const {
+    if (entry.hash != hash || entry.inTitle != inTitle || entry.textLength != word.size())
+        return false;
+    const qsizetype head = std::min<qsizetype>(word.size(), kHeadBytes);
+    return std::memcmp(entry.head, word.data(), size_t(head)) == 0 &&
+           (word.size() <= kHeadBytes || textOf(entry).sliced(head) == word.sliced(head));
+}
+
 quint32 FullTextIndex::Data::wordId(QByteArrayView word, bool inTitle, quint64 hash) {
     if (slots.size() < 2 * words.size() + 2) growSlots();
     const size_t mask = slots.size() - 1;
+    const quint64 high = hash & 0xFFFFFFFF00000000ULL;
     for (size_t slot = size_t(hash) & mask;; slot = (slot + 1) & mask) {
-        if (slots[slot] == 0) {
+        const quint64 known = slots[slot];
+        if (known == 0) {
             WordEntry entry;
+            entry.hash = hash;
             entry.textOffset = quint32(wordText.size());
             entry.textLength = quint8(word.size());
             entry.inTitle = inTitle;
-            entry.hash = hash;
+            std::memcpy(entry.head, word.data(),
+                        size_t(std::min<qsizetype>(word.size(), kHeadBytes)));
             wordText.append(word);
             words.push_back(std::move(entry));
-            slots[slot] = quint32(words.size());
+            slots[slot] = high | quint64(words.size());
             return quint32(words.size() - 1);
         }
-        const WordEntry& known = words[slots[slot] - 1];
-        if (known.hash == hash && known.inTitle == inTitle && textOf(known) == word)
-            return slots[slot] - 1;
+        const quint32 id = quint32(known) - 1;
+        if ((known & 0xFFFFFFFF00000000ULL) == high && holds(words[id], word, inTitle, hash))
+            return id;
     }
 }
 
 void FullTextIndex::Data::growSlots() {
-    std::vector<quint32> grown(std::max<size_t>(1024, slots.size() * 2), 0);
+    std::vector<quint64> grown(std::max<size_t>(1024, slots.size() * 2), 0);
     const size_t mask = grown.size() - 1;
     for (quint32 id = 0; id < words.size(); ++id) {
-        size_t slot = size_t(words[id].hash) & mask;
+        const quint64 hash = words[id].hash;
+        size_t slot = size_t(hash) & mask;
         while (grown[slot] != 0)
             slot = (slot + 1) & mask;
-        grown[slot] = id + 1;
+        grown[slot] = (hash & 0xFFFFFFFF00000000ULL) | quint64(id + 1);
     }
     slots.swap(grown);
 }
@@ -228,7 +250,7 @@ QByteArray FullTextIndex::finish() {
         order[id] = id;
     std::sort(order.begin(), order.end(),
               [&](quint32 a, quint32 b) { return SearchOrderLess(tree[a], tree[b]); });
-    std::vector<quint32>().swap(d.slots);
+    std::vector<quint64>().swap(d.slots);
 
     QByteArray file(kHeaderSize, '\0');
     // The scale-and-root code with the best roots takes no more room than the packed 7-bit
