@@ -24,6 +24,10 @@ namespace qmr::chm {
 
 namespace {
 
+int Threads(int jobs) {
+    return jobs > 0 ? jobs : std::max(1, QThread::idealThreadCount());
+}
+
 bool IsPage(const QString& path) {
     return path.endsWith(QLatin1String(".htm"), Qt::CaseInsensitive) ||
            path.endsWith(QLatin1String(".html"), Qt::CaseInsensitive);
@@ -128,10 +132,10 @@ class BookPacker {
 
     // Packs `files` and the files they add to the list.
     bool pack(BookFileGatherer& gatherer, QStringList& files) {
-        const int threads = m_options.jobs > 0 ? m_options.jobs : QThread::idealThreadCount();
+        const int threads = Threads(m_options.jobs);
         FileReader reader(m_project, gatherer);
         OrderedWork<QString, ReadFile> reads(
-            threads > 1 ? threads : 0, kFilesAheadPerThread * std::max(threads, 1),
+            threads > 1 ? threads : 0, kFilesAheadPerThread * threads,
             [&reader](const QString& path) { return reader.read(path); });
         for (const QString& file : files)
             reads.add(file);
@@ -152,8 +156,11 @@ class BookPacker {
     }
 
     const QList<BookTopic>& topics() const { return m_topics; }
-    // The $FIftiMain file; empty when the project asks for none or no page held a word.
-    QByteArray fullTextIndex() { return m_fullText ? m_fullText->finish() : QByteArray(); }
+    // The $FIftiMain file in pieces; none when the project asks for none or no page held a
+    // word.
+    std::vector<QByteArray> fullTextIndex(int threads) {
+        return m_fullText ? m_fullText->finishInPieces(threads) : std::vector<QByteArray>();
+    }
 
   private:
     bool packFile(const ReadFile& file) {
@@ -215,12 +222,13 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
     gatherer.reset(); // its folder listings are not needed to finish the index
 
     book.project = &settled;
-    const QByteArray fullText = packer.fullTextIndex();
-    book.fullTextSearch = !fullText.isEmpty();
+    std::vector<QByteArray> fullText = packer.fullTextIndex(Threads(options.jobs));
+    book.fullTextSearch = !fullText.empty();
     bool ok = true;
     for (const InternalFile& file : MakeInternalFiles(book))
         ok = ok && writer.addFile(file.path, file.bytes, file.compressed);
-    if (book.fullTextSearch) ok = ok && writer.addFile(QStringLiteral("/$FIftiMain"), fullText);
+    if (book.fullTextSearch)
+        ok = ok && writer.addFile(QStringLiteral("/$FIftiMain"), std::move(fullText));
     if (!ok || !writer.finish()) {
         log.error(output, 0, writer.errorString());
         return false;

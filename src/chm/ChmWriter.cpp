@@ -213,6 +213,19 @@ bool ChmWriter::addFile(const QString& path, QByteArrayView bytes, bool compress
     return true;
 }
 
+bool ChmWriter::addFile(const QString& path, std::vector<QByteArray> pieces) {
+    Data& d = *m_data;
+    QByteArray name;
+    if (!d.begin(path, name)) return false;
+    const quint64 start = d.compressed->position();
+    for (QByteArray& piece : pieces) {
+        d.compressed->append(piece);
+        piece = QByteArray();
+    }
+    d.addCompressedEntry(std::move(name), start);
+    return true;
+}
+
 bool ChmWriter::addFileFromDisk(const QString& path, const QString& diskPath) {
     Data& d = *m_data;
     QByteArray name;

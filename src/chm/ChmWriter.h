@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 namespace qmr::chm {
 
@@ -32,6 +33,8 @@ class ChmWriter {
     // the writer's own, written last to fill the compressed section's last interval. Uncompressed
     // files are kept in memory until finish(): meant for the few small internal ones.
     bool addFile(const QString& path, QByteArrayView bytes, bool compressed = true);
+    // A compressed file given in pieces, packed one after another; each is let go once packed.
+    bool addFile(const QString& path, std::vector<QByteArray> pieces);
     // A compressed file read from disk piece by piece.
     bool addFileFromDisk(const QString& path, const QString& diskPath);
 

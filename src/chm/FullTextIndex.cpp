@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -82,6 +83,7 @@ struct FullTextIndex::Data {
         return QByteArrayView(wordText).sliced(entry.textOffset, entry.textLength);
     }
     void appendLocationCodes(QByteArray& file, WordEntry& entry, const WordRoots& roots) const;
+    std::vector<size_t> stretches(const std::vector<quint32>& order, int count) const;
     void writeHeader(QByteArray& file, const WordTreeShape& tree, const WordRoots& roots) const;
 
     quint32 languageId;
@@ -233,18 +235,15 @@ void FullTextIndex::Data::writeHeader(QByteArray& file, const WordTreeShape& tre
     put32(0x7E, languageId);
 }
 
-QByteArray FullTextIndex::finish() {
+std::vector<QByteArray> FullTextIndex::finishInPieces(int threads) {
     Data& d = *m_data;
     if (d.words.empty()) return {};
     const WordRoots roots{d.topicSteps.bestRoot(), d.codeCounts.bestRoot(),
                           d.locationSteps.bestRoot()};
     std::vector<TreeWord> tree;
     tree.reserve(d.words.size());
-    size_t packedSize = 0;
-    for (const WordEntry& entry : d.words) {
+    for (const WordEntry& entry : d.words)
         tree.push_back({d.textOf(entry), entry.inTitle, entry.topicCount, 0, 0});
-        packedSize += entry.packed.size();
-    }
     std::vector<quint32> order(d.words.size());
     for (quint32 id = 0; id < order.size(); ++id)
         order[id] = id;
@@ -252,23 +251,73 @@ QByteArray FullTextIndex::finish() {
               [&](quint32 a, quint32 b) { return SearchOrderLess(tree[a], tree[b]); });
     std::vector<quint64>().swap(d.slots);
 
-    QByteArray file(kHeaderSize, '\0');
-    // The scale-and-root code with the best roots takes no more room than the packed 7-bit
-    // groups; the leaves take about 24 bytes a word.
-    file.reserve(kHeaderSize + qsizetype(packedSize + 24 * d.words.size()));
+    // The words' location codes, in tree order, are written a stretch of words a thread; each
+    // word's codes stand on their own bytes, so the stretches join into the same bytes.
+    const std::vector<size_t> stretches = d.stretches(order, std::max(threads, 1));
+    std::vector<QByteArray> codes(stretches.size() - 1);
+    const auto write = [&](size_t stretch) {
+        QByteArray& out = codes[stretch];
+        for (size_t i = stretches[stretch]; i < stretches[stretch + 1]; ++i) {
+            TreeWord& word = tree[order[i]];
+            word.codesOffset = quint32(out.size());
+            d.appendLocationCodes(out, d.words[order[i]], roots);
+            word.codesSize = quint32(out.size()) - word.codesOffset;
+        }
+    };
+    std::vector<std::thread> writers;
+    for (size_t stretch = 1; stretch < codes.size(); ++stretch)
+        writers.emplace_back(write, stretch);
+    write(0);
+    for (std::thread& writer : writers)
+        writer.join();
+
     std::vector<TreeWord> sorted;
     sorted.reserve(tree.size());
-    for (quint32 id : order) {
-        TreeWord word = tree[id];
-        word.codesOffset = quint32(file.size());
-        d.appendLocationCodes(file, d.words[id], roots);
-        word.codesSize = quint32(file.size()) - word.codesOffset;
-        sorted.push_back(word);
+    quint32 stretchOffset = kHeaderSize;
+    for (size_t stretch = 0; stretch < codes.size(); ++stretch) {
+        for (size_t i = stretches[stretch]; i < stretches[stretch + 1]; ++i) {
+            sorted.push_back(tree[order[i]]);
+            sorted.back().codesOffset += stretchOffset;
+        }
+        stretchOffset += quint32(codes[stretch].size());
     }
     std::vector<TreeWord>().swap(tree);
-    const WordTreeShape shape = AppendWordTree(file, sorted);
-    d.writeHeader(file, shape, roots);
+    QByteArray leaves;
+    const WordTreeShape shape = AppendWordTree(leaves, stretchOffset, sorted);
+    QByteArray header(kHeaderSize, '\0');
+    d.writeHeader(header, shape, roots);
+
+    std::vector<QByteArray> pieces{header};
+    for (QByteArray& stretch : codes)
+        pieces.push_back(std::move(stretch));
+    pieces.push_back(leaves);
+    return pieces;
+}
+
+QByteArray FullTextIndex::finish() {
+    QByteArray file;
+    for (const QByteArray& piece : finishInPieces(1))
+        file += piece;
     return file;
+}
+
+// Where each thread's stretch of the ordered words starts, cut so the stretches hold about
+// the same number of packed bytes; the last entry is the end.
+std::vector<size_t> FullTextIndex::Data::stretches(const std::vector<quint32>& order,
+                                                   int count) const {
+    quint64 total = 0;
+    for (const WordEntry& entry : words)
+        total += entry.packed.size();
+    std::vector<size_t> starts{0};
+    quint64 reached = 0;
+    for (size_t i = 0; i < order.size(); ++i) {
+        if (reached >= total * starts.size() / quint64(count) && i > starts.back() &&
+            int(starts.size()) < count)
+            starts.push_back(i);
+        reached += words[order[i]].packed.size();
+    }
+    starts.push_back(order.size());
+    return starts;
 }
 
 } // namespace qmr::chm

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 namespace qmr::chm {
 
@@ -34,6 +35,10 @@ class FullTextIndex {
     // once, after the last topic. Memory stays well below the text's own size: the places of
     // the words are kept packed as they arrive.
     QByteArray finish();
+    // The same file in pieces to be packed one after another, the header first, so that a
+    // large index is never copied whole; `threads` threads write the words' location codes.
+    // The bytes are the same for any number.
+    std::vector<QByteArray> finishInPieces(int threads);
 
   private:
     struct Data;
