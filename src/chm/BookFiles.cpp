@@ -11,6 +11,8 @@
 #include <QSet>
 #include <QThread>
 
+#include <algorithm>
+
 namespace qmr::chm {
 namespace {
 
@@ -30,19 +32,24 @@ FileKind KindOf(const QString& path) {
 
 // `reference` taken from a file in `folder` ("" or ending in "/"), as a path below the project
 // folder without "." and ".." parts; empty when it leaves the project folder or names a folder.
+// Built in one string, part by part: every reference of every page comes this way.
 QString JoinInFolder(const QString& folder, const QString& reference) {
-    QStringList parts;
-    for (const QString& part : QString(folder + reference).split(u'/')) {
-        if (part.isEmpty() || part == u".") continue;
-        if (part == u"..") {
-            if (parts.isEmpty()) return {};
-            parts.removeLast();
-        } else {
-            parts.append(part);
+    if (reference.endsWith(u'/')) return {};
+    QString joined;
+    joined.reserve(folder.size() + reference.size());
+    for (QStringView whole : {QStringView(folder), QStringView(reference)}) {
+        for (QStringView part : whole.tokenize(u'/')) {
+            if (part.isEmpty() || part == u".") continue;
+            if (part == u"..") {
+                if (joined.isEmpty()) return {};
+                joined.truncate(std::max<qsizetype>(joined.lastIndexOf(u'/'), 0));
+            } else {
+                if (!joined.isEmpty()) joined += u'/';
+                joined += part;
+            }
         }
     }
-    if (parts.isEmpty() || reference.endsWith(u'/')) return {};
-    return parts.join(u'/');
+    return joined;
 }
 
 QString FolderOf(const QString& path) {

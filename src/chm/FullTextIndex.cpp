@@ -64,6 +64,32 @@ quint32 WindowsCodePageNumber(const QString& converterName) {
     return converterName.section(QLatin1Char('-'), 1).toUInt();
 }
 
+// The first eight bytes of a word as the search order compares them, as one number: most
+// comparisons are settled by it. Words hold no zero bytes, so a shorter word comes first.
+quint64 OrderKey(QByteArrayView text) {
+    quint64 key = 0;
+    for (qsizetype i = 0; i < 8; ++i) {
+        const char c = i < text.size() ? text[i] : '\0';
+        key = key << 8 | quint8(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    }
+    return key;
+}
+
+// The words' ids in the order of the tree.
+std::vector<quint32> SearchOrder(const std::vector<TreeWord>& words) {
+    std::vector<std::pair<quint64, quint32>> keyed(words.size());
+    for (quint32 id = 0; id < words.size(); ++id)
+        keyed[id] = {OrderKey(words[id].text), id};
+    std::sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
+        return a.first != b.first ? a.first < b.first
+                                  : SearchOrderLess(words[a.second], words[b.second]);
+    });
+    std::vector<quint32> order(words.size());
+    for (size_t i = 0; i < keyed.size(); ++i)
+        order[i] = keyed[i].second;
+    return order;
+}
+
 struct WordRoots {
     int topic = 0;
     int count = 0;
@@ -244,11 +270,7 @@ std::vector<QByteArray> FullTextIndex::finishInPieces(int threads) {
     tree.reserve(d.words.size());
     for (const WordEntry& entry : d.words)
         tree.push_back({d.textOf(entry), entry.inTitle, entry.topicCount, 0, 0});
-    std::vector<quint32> order(d.words.size());
-    for (quint32 id = 0; id < order.size(); ++id)
-        order[id] = id;
-    std::sort(order.begin(), order.end(),
-              [&](quint32 a, quint32 b) { return SearchOrderLess(tree[a], tree[b]); });
+    const std::vector<quint32> order = SearchOrder(tree);
     std::vector<quint64>().swap(d.slots);
 
     // The words' location codes, in tree order, are written a stretch of words a thread; each
