@@ -124,9 +124,8 @@ struct BookFileGatherer::Data {
         return {};
     }
 
-    QList<Reference> sitemapReferences(QByteArrayView bytes) const {
+    QList<Reference> sitemapReferences(const Sitemap& sitemap) const {
         QList<Reference> references;
-        const Sitemap sitemap = ReadSitemap(bytes, codePage);
         for (const SitemapEntry& entry : sitemap.entries)
             for (const SitemapParam& param : entry.params) {
                 if (param.name.compare(u"Local", Qt::CaseInsensitive) != 0) continue;
@@ -142,6 +141,9 @@ struct BookFileGatherer::Data {
     FolderListings disk;
     const CodePage codePage;
     QSet<QString> seen;
+    QString contentsFile, indexFile; // on disk
+    // The references of sitemaps the caller has read already, by file; set before scanning.
+    QHash<QString, QList<Reference>> readSitemaps;
 };
 
 bool MayUseOtherFiles(const QString& path) {
@@ -157,11 +159,23 @@ QStringList BookFileGatherer::start() {
     Data& d = *m_data;
     QStringList files;
     d.addListedFiles(files);
-    d.addNamedFile(files, d.project.contentsFile, QStringLiteral("contents file"), true);
-    d.addNamedFile(files, d.project.indexFile, QStringLiteral("index file"), true);
+    d.contentsFile =
+        d.addNamedFile(files, d.project.contentsFile, QStringLiteral("contents file"), true);
+    d.indexFile = d.addNamedFile(files, d.project.indexFile, QStringLiteral("index file"), true);
     m_defaultTopic =
         d.addNamedFile(files, d.project.defaultTopic, QStringLiteral("default topic"), false);
     return files;
+}
+
+void BookFileGatherer::useReadSitemaps(const Sitemap& contents, const Sitemap& index) {
+    Data& d = *m_data;
+    if (!d.contentsFile.isEmpty())
+        d.readSitemaps.insert(d.contentsFile, d.sitemapReferences(contents));
+    if (!d.indexFile.isEmpty()) d.readSitemaps.insert(d.indexFile, d.sitemapReferences(index));
+}
+
+bool BookFileGatherer::needsContent(const QString& path) const {
+    return MayUseOtherFiles(path) && !m_data->readSitemaps.contains(path);
 }
 
 FileReferences BookFileGatherer::scan(const QString& path, QByteArrayView bytes) {
@@ -176,7 +190,9 @@ FileReferences BookFileGatherer::scan(const QString& path, QByteArrayView bytes)
         references = ScanCssReferences(bytes, d.codePage);
         break;
     case FileKind::Sitemap:
-        references = d.sitemapReferences(bytes);
+        references = d.readSitemaps.contains(path)
+                         ? d.readSitemaps.value(path)
+                         : d.sitemapReferences(ReadSitemap(bytes, d.codePage));
         break;
     case FileKind::Other:
         return result;

@@ -2,6 +2,7 @@
 
 #include "chm/CompileLog.h"
 #include "chm/HelpProject.h"
+#include "chm/Sitemap.h"
 
 #include <QByteArrayView>
 #include <QStringList>
@@ -52,6 +53,12 @@ class BookFileGatherer {
     QStringList start();
     // The default topic as found on disk; empty when the project names none or it is missing.
     const QString& defaultTopic() const { return m_defaultTopic; }
+
+    // The contents and index files as the caller has read them (after start(), before any
+    // scan): their references are taken from these, and their bytes are not needed.
+    void useReadSitemaps(const Sitemap& contents, const Sitemap& index);
+    // False for files whose references are known without their bytes.
+    bool needsContent(const QString& path) const;
 
     // What `bytes`, the content of the book's file `path`, uses. Any number of threads may
     // scan at once.

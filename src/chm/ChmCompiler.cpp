@@ -82,7 +82,10 @@ class FileReader {
             return file;
         }
         file.isTopic = IsPage(path);
-        if (!file.isTopic && !MayUseOtherFiles(path) && input.size() > kReadAheadLimit) return file;
+        if (!file.isTopic && !m_gatherer.needsContent(path) && input.size() > kReadAheadLimit) {
+            file.references = m_gatherer.scan(path, {}); // known without reading it
+            return file;
+        }
         file.bytes = input.readAll();
         if (input.error() != QFileDevice::NoError) {
             file.error = input.errorString();
@@ -156,10 +159,9 @@ class BookPacker {
     }
 
     const QList<BookTopic>& topics() const { return m_topics; }
-    // The $FIftiMain file in pieces; none when the project asks for none or no page held a
-    // word.
-    std::vector<QByteArray> fullTextIndex(int threads) {
-        return m_fullText ? m_fullText->finishInPieces(threads) : std::vector<QByteArray>();
+    // The full-text index; null when the project asks for none or no page held a word.
+    FullTextIndex* fullTextIndex() {
+        return m_fullText && !m_fullText->isEmpty() ? &*m_fullText : nullptr;
     }
 
   private:
@@ -212,6 +214,7 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
     book.compiledAt =
         options.compiledAt.isValid() ? options.compiledAt : QDateTime::currentDateTimeUtc();
     if (log.hasErrors()) return false;
+    gatherer->useReadSitemaps(book.contents, book.index);
 
     ChmWriter writer(output, {project.languageId, options.lzx, options.jobs, book.compiledAt});
     BookPacker packer(project, options, writer, log);
@@ -222,13 +225,19 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
     gatherer.reset(); // its folder listings are not needed to finish the index
 
     book.project = &settled;
-    std::vector<QByteArray> fullText = packer.fullTextIndex(Threads(options.jobs));
-    book.fullTextSearch = !fullText.empty();
+    FullTextIndex* const fullText = packer.fullTextIndex();
+    book.fullTextSearch = fullText != nullptr;
     bool ok = true;
     for (const InternalFile& file : MakeInternalFiles(book))
         ok = ok && writer.addFile(file.path, file.bytes, file.compressed);
-    if (book.fullTextSearch)
-        ok = ok && writer.addFile(QStringLiteral("/$FIftiMain"), std::move(fullText));
+    if (ok && fullText) {
+        ok = writer.beginFile(QStringLiteral("/$FIftiMain"));
+        if (ok) {
+            fullText->finish([&writer](QByteArrayView piece) { writer.appendToFile(piece); },
+                             Threads(options.jobs));
+            writer.endFile();
+        }
+    }
     if (!ok || !writer.finish()) {
         log.error(output, 0, writer.errorString());
         return false;

@@ -86,6 +86,8 @@ struct ChmWriter::Data {
     std::vector<DirectoryEntry> entries;
     QSet<QByteArray> names;
     QByteArray uncompressed;
+    QByteArray openName; // of the file being written a piece at a time
+    quint64 openStart = 0;
     QString error;
     bool finished = false;
 
@@ -213,17 +215,20 @@ bool ChmWriter::addFile(const QString& path, QByteArrayView bytes, bool compress
     return true;
 }
 
-bool ChmWriter::addFile(const QString& path, std::vector<QByteArray> pieces) {
+bool ChmWriter::beginFile(const QString& path) {
     Data& d = *m_data;
-    QByteArray name;
-    if (!d.begin(path, name)) return false;
-    const quint64 start = d.compressed->position();
-    for (QByteArray& piece : pieces) {
-        d.compressed->append(piece);
-        piece = QByteArray();
-    }
-    d.addCompressedEntry(std::move(name), start);
+    if (!d.begin(path, d.openName)) return false;
+    d.openStart = d.compressed->position();
     return true;
+}
+
+void ChmWriter::appendToFile(QByteArrayView bytes) {
+    m_data->compressed->append(bytes);
+}
+
+void ChmWriter::endFile() {
+    Data& d = *m_data;
+    d.addCompressedEntry(std::move(d.openName), d.openStart);
 }
 
 bool ChmWriter::addFileFromDisk(const QString& path, const QString& diskPath) {

@@ -108,7 +108,8 @@ struct FullTextIndex::Data {
     QByteArrayView textOf(const WordEntry& entry) const {
         return QByteArrayView(wordText).sliced(entry.textOffset, entry.textLength);
     }
-    void appendLocationCodes(QByteArray& file, WordEntry& entry, const WordRoots& roots) const;
+    void appendLocationCodes(QByteArray& file, const WordEntry& entry,
+                             const WordRoots& roots) const;
     std::vector<size_t> stretches(const std::vector<quint32>& order, int count) const;
     void writeHeader(QByteArray& file, const WordTreeShape& tree, const WordRoots& roots) const;
 
@@ -209,7 +210,7 @@ void FullTextIndex::addTopic(quint32 topicNumber, const TopicWords& topic) {
     ++d.topicsIndexed;
 }
 
-void FullTextIndex::Data::appendLocationCodes(QByteArray& file, WordEntry& entry,
+void FullTextIndex::Data::appendLocationCodes(QByteArray& file, const WordEntry& entry,
                                               const WordRoots& roots) const {
     ScaleRootWriter writer(file);
     size_t at = 0;
@@ -221,7 +222,6 @@ void FullTextIndex::Data::appendLocationCodes(QByteArray& file, WordEntry& entry
             writer.write(Unpack(entry.packed, at), roots.location);
         writer.padToByte();
     }
-    std::vector<quint8>().swap(entry.packed); // written: its memory is no longer needed
 }
 
 void FullTextIndex::Data::writeHeader(QByteArray& file, const WordTreeShape& tree,
@@ -261,9 +261,13 @@ void FullTextIndex::Data::writeHeader(QByteArray& file, const WordTreeShape& tre
     put32(0x7E, languageId);
 }
 
-std::vector<QByteArray> FullTextIndex::finishInPieces(int threads) {
+bool FullTextIndex::isEmpty() const {
+    return m_data->words.empty();
+}
+
+void FullTextIndex::finish(const std::function<void(QByteArrayView)>& write, int threads) {
     Data& d = *m_data;
-    if (d.words.empty()) return {};
+    if (d.words.empty()) return;
     const WordRoots roots{d.topicSteps.bestRoot(), d.codeCounts.bestRoot(),
                           d.locationSteps.bestRoot()};
     std::vector<TreeWord> tree;
@@ -273,53 +277,52 @@ std::vector<QByteArray> FullTextIndex::finishInPieces(int threads) {
     const std::vector<quint32> order = SearchOrder(tree);
     std::vector<quint64>().swap(d.slots);
 
-    // The words' location codes, in tree order, are written a stretch of words a thread; each
-    // word's codes stand on their own bytes, so the stretches join into the same bytes.
+    // Each word's location codes take the place of its packed places, a stretch of words a
+    // thread, so the index never needs room for both.
     const std::vector<size_t> stretches = d.stretches(order, std::max(threads, 1));
-    std::vector<QByteArray> codes(stretches.size() - 1);
-    const auto write = [&](size_t stretch) {
-        QByteArray& out = codes[stretch];
+    const auto encode = [&](size_t stretch) {
+        QByteArray codes;
         for (size_t i = stretches[stretch]; i < stretches[stretch + 1]; ++i) {
-            TreeWord& word = tree[order[i]];
-            word.codesOffset = quint32(out.size());
-            d.appendLocationCodes(out, d.words[order[i]], roots);
-            word.codesSize = quint32(out.size()) - word.codesOffset;
+            WordEntry& entry = d.words[order[i]];
+            codes.clear();
+            d.appendLocationCodes(codes, entry, roots);
+            entry.packed = std::vector<quint8>(codes.cbegin(), codes.cend());
+            tree[order[i]].codesSize = quint32(codes.size());
         }
     };
-    std::vector<std::thread> writers;
-    for (size_t stretch = 1; stretch < codes.size(); ++stretch)
-        writers.emplace_back(write, stretch);
-    write(0);
-    for (std::thread& writer : writers)
-        writer.join();
+    std::vector<std::thread> encoders;
+    for (size_t stretch = 1; stretch + 1 < stretches.size(); ++stretch)
+        encoders.emplace_back(encode, stretch);
+    encode(0);
+    for (std::thread& encoder : encoders)
+        encoder.join();
 
     std::vector<TreeWord> sorted;
     sorted.reserve(tree.size());
-    quint32 stretchOffset = kHeaderSize;
-    for (size_t stretch = 0; stretch < codes.size(); ++stretch) {
-        for (size_t i = stretches[stretch]; i < stretches[stretch + 1]; ++i) {
-            sorted.push_back(tree[order[i]]);
-            sorted.back().codesOffset += stretchOffset;
-        }
-        stretchOffset += quint32(codes[stretch].size());
+    quint32 offset = kHeaderSize;
+    for (quint32 id : order) {
+        sorted.push_back(tree[id]);
+        sorted.back().codesOffset = offset;
+        offset += sorted.back().codesSize;
     }
     std::vector<TreeWord>().swap(tree);
     QByteArray leaves;
-    const WordTreeShape shape = AppendWordTree(leaves, stretchOffset, sorted);
+    const WordTreeShape shape = AppendWordTree(leaves, offset, sorted);
     QByteArray header(kHeaderSize, '\0');
     d.writeHeader(header, shape, roots);
 
-    std::vector<QByteArray> pieces{header};
-    for (QByteArray& stretch : codes)
-        pieces.push_back(std::move(stretch));
-    pieces.push_back(leaves);
-    return pieces;
+    write(header);
+    for (quint32 id : order) {
+        std::vector<quint8>& codes = d.words[id].packed;
+        write(QByteArrayView(codes.data(), qsizetype(codes.size())));
+        std::vector<quint8>().swap(codes);
+    }
+    write(leaves);
 }
 
 QByteArray FullTextIndex::finish() {
     QByteArray file;
-    for (const QByteArray& piece : finishInPieces(1))
-        file += piece;
+    finish([&file](QByteArrayView piece) { file += piece; }, 1);
     return file;
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
+#include <functional>
 #include <memory>
-#include <vector>
 
 namespace qmr::chm {
 
@@ -30,15 +31,18 @@ class FullTextIndex {
     // code page), as the compiler does on the threads that read the pages.
     void addTopic(quint32 topicNumber, const TopicWords& words);
 
-    // The $FIftiMain file; empty when no topic held a word to index (a book then packs no
-    // $FIftiMain, as a reader's search would stumble over an index without words). Called
-    // once, after the last topic. Memory stays well below the text's own size: the places of
-    // the words are kept packed as they arrive.
+    // True when no topic held a word to index: a book then packs no $FIftiMain, as a reader's
+    // search would stumble over an index without words.
+    bool isEmpty() const;
+
+    // Writes the $FIftiMain file through `write`, a piece at a time, the header first; nothing
+    // when the index is empty. Called once, after the last topic. Memory stays well below the
+    // text's own size: the places of the words are kept packed as they arrive, and each word's
+    // location codes take the place of its packed places. `threads` threads write the codes;
+    // the bytes are the same for any number.
+    void finish(const std::function<void(QByteArrayView)>& write, int threads);
+    // The whole file; empty when the index is.
     QByteArray finish();
-    // The same file in pieces to be packed one after another, the header first, so that a
-    // large index is never copied whole; `threads` threads write the words' location codes.
-    // The bytes are the same for any number.
-    std::vector<QByteArray> finishInPieces(int threads);
 
   private:
     struct Data;
