@@ -284,7 +284,7 @@ void FullTextIndex::finish(const std::function<void(QByteArrayView)>& write, int
         QByteArray codes;
         for (size_t i = stretches[stretch]; i < stretches[stretch + 1]; ++i) {
             WordEntry& entry = d.words[order[i]];
-            codes.clear();
+            codes.resize(0); // keeps its room for the next word
             d.appendLocationCodes(codes, entry, roots);
             entry.packed = std::vector<quint8>(codes.cbegin(), codes.cend());
             tree[order[i]].codesSize = quint32(codes.size());

@@ -44,10 +44,14 @@ void ScaleRootWriter::writeBits(std::uint64_t bits, int count) {
     // count is at most 33, so the pending bits (fewer than 8 after each flush) never overflow.
     m_pending = (m_pending << count) | bits;
     m_pendingCount += count;
+    if (m_pendingCount < 8) return;
+    char bytes[5];
+    int made = 0;
     while (m_pendingCount >= 8) {
         m_pendingCount -= 8;
-        m_out.append(char((m_pending >> m_pendingCount) & 0xFF));
+        bytes[made++] = char((m_pending >> m_pendingCount) & 0xFF);
     }
+    m_out.append(bytes, made);
     m_pending &= (std::uint64_t(1) << m_pendingCount) - 1;
 }
 
