@@ -19,6 +19,7 @@
 
 #include <memory>
 #include <optional>
+#include <thread>
 
 namespace qmr::chm {
 
@@ -205,12 +206,18 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
                   QStringLiteral("names no book to write; add a \"Compiled file=\" line"));
         return false;
     }
+    // The contents and index files are read while the listed files are looked for.
+    BookContents book;
+    CompileLog sitemapLog;
+    std::thread sitemaps([&] {
+        const CodePage codePage(CodePageOfLanguage(project.languageId));
+        book.contents = ReadProjectSitemap(project, project.contentsFile, codePage, sitemapLog);
+        book.index = ReadProjectSitemap(project, project.indexFile, codePage, sitemapLog);
+    });
     auto gatherer = std::make_unique<BookFileGatherer>(project, log);
     QStringList files = gatherer->start();
-    const CodePage codePage(CodePageOfLanguage(project.languageId));
-    BookContents book;
-    book.contents = ReadProjectSitemap(project, project.contentsFile, codePage, log);
-    book.index = ReadProjectSitemap(project, project.indexFile, codePage, log);
+    sitemaps.join();
+    log.append(sitemapLog);
     book.compiledAt =
         options.compiledAt.isValid() ? options.compiledAt : QDateTime::currentDateTimeUtc();
     if (log.hasErrors()) return false;
