@@ -275,3 +275,24 @@ TEST(ChmCompiler, TheBookIsTheSameForAnyNumberOfThreads) {
             EXPECT_TRUE(bytes == first) << jobs << " threads";
     }
 }
+
+// A contents file too large to be read ahead is packed from disk, and the pages only it names
+// are still packed.
+TEST(ChmCompiler, PagesNamedOnlyByALargeContentsFileArePacked) {
+    if (!test::ProgramAvailable(QStringLiteral("enum_chmLib")))
+        GTEST_SKIP() << "chmlib is not installed";
+    const test::TempFolder folder;
+    WriteProject(folder, "0x409 English (United States)", "windows-1252", "Home", {"Alpha", "Zulu"},
+                 {"index.html"});
+    QByteArray contents = test::ReadBytes(folder.path() + "Index.hhc");
+    contents.insert(contents.indexOf("<UL>"), "<!-- " + QByteArray(3 << 20, '-') + " -->\r\n");
+    folder.write("Index.hhc", contents.replace("data/20240101000000/", "only/"));
+    folder.write("only/index.html", "<title>Only in the contents</title>");
+    const QString book = folder.path() + QStringLiteral("book.chm");
+    CompileLog log;
+    ASSERT_TRUE(CompileHelpProject(folder.path() + "Index.hhp", {book, 2, {}, {}, {}, {}}, log))
+        << log.lines().join('\n').toStdString();
+    const QStringList listing = test::ChmLibListing(book);
+    EXPECT_TRUE(listing.contains(QStringLiteral("/only/index.html")));
+    EXPECT_TRUE(listing.contains(QStringLiteral("/Index.hhc")));
+}
