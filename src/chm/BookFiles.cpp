@@ -2,6 +2,7 @@
 
 #include "chm/BookLanguage.h"
 #include "chm/FolderListings.h"
+#include "chm/OrderedWork.h"
 #include "chm/ReferenceScanner.h"
 #include "chm/Sitemap.h"
 #include "platform/CodePage.h"
@@ -11,9 +12,6 @@
 #include <QThread>
 
 #include <algorithm>
-#include <atomic>
-#include <thread>
-#include <vector>
 
 namespace qmr::chm {
 namespace {
@@ -34,162 +32,84 @@ FileKind KindOf(const QString& path) {
 
 // `reference` taken from a file in `folder` ("" or ending in "/"), as a path below the project
 // folder without "." and ".." parts; empty when it leaves the project folder or names a folder.
+// Built in one string, part by part: every reference of every page comes this way.
 QString JoinInFolder(const QString& folder, const QString& reference) {
-    QStringList parts;
-    for (const QString& part : QString(folder + reference).split(u'/')) {
-        if (part.isEmpty() || part == u".") continue;
-        if (part == u"..") {
-            if (parts.isEmpty()) return {};
-            parts.removeLast();
-        } else {
-            parts.append(part);
+    if (reference.endsWith(u'/')) return {};
+    QString joined;
+    joined.reserve(folder.size() + reference.size());
+    for (QStringView whole : {QStringView(folder), QStringView(reference)}) {
+        for (QStringView part : whole.tokenize(u'/')) {
+            if (part.isEmpty() || part == u".") continue;
+            if (part == u"..") {
+                if (joined.isEmpty()) return {};
+                joined.truncate(std::max<qsizetype>(joined.lastIndexOf(u'/'), 0));
+            } else {
+                if (!joined.isEmpty()) joined += u'/';
+                joined += part;
+            }
         }
     }
-    if (parts.isEmpty() || reference.endsWith(u'/')) return {};
-    return parts.join(u'/');
+    return joined;
 }
 
 QString FolderOf(const QString& path) {
     return path.left(path.lastIndexOf(u'/') + 1);
 }
 
-// What scanning one file found: the files it uses (on disk, in order) and its warnings.
-struct ScanResult {
-    QStringList found;
-    CompileLog log;
-};
+} // namespace
 
-class Gatherer {
-  public:
-    Gatherer(const HelpProject& project, CompileLog& log)
-        : m_project(project), m_log(log), m_disk(project.folder),
-          m_codePage(CodePageOfLanguage(project.languageId)) {}
+struct BookFileGatherer::Data {
+    Data(const HelpProject& project, CompileLog& log)
+        : project(project), log(log), disk(project.folder),
+          codePage(CodePageOfLanguage(project.languageId)) {}
 
-    QStringList gather(int jobs) {
-        addListedFiles();
-        addNamedFile(m_project.contentsFile, QStringLiteral("contents file"), true);
-        addNamedFile(m_project.indexFile, QStringLiteral("index file"), true);
-        addNamedFile(m_project.defaultTopic, QStringLiteral("default topic"), false);
-        // Files are scanned a batch at a time, the batch being every file not yet scanned;
-        // results join the list in the batch's order, so it is the same for any number of
-        // threads.
-        for (qsizetype scanned = 0; scanned < m_files.size();) {
-            const QStringList batch = m_files.sliced(scanned);
-            scanned = m_files.size();
-            const std::vector<ScanResult> results = scanAll(batch, jobs);
-            for (const ScanResult& result : results) {
-                m_log.append(result.log);
-                for (const QString& file : result.found)
-                    add(file);
-            }
-        }
-        return m_files;
-    }
-
-  private:
-    void add(const QString& file) {
-        if (!m_seen.contains(file)) {
-            m_seen.insert(file);
-            m_files.append(file);
-        }
-    }
-
-    void addListedFiles() {
-        for (qsizetype i = 0; i < m_project.files.size(); ++i) {
-            const QString entry = belowProject(m_project.files[i]);
-            const int line = i < m_project.fileLines.size() ? m_project.fileLines[i] : 0;
-            const QString path = JoinInFolder({}, entry);
-            const QString onDisk = path.isEmpty() ? QString() : m_disk.findFile(path);
-            if (path.isEmpty() || IsOutsideAddress(entry))
-                m_log.error(m_project.projectPath, line,
-                            QStringLiteral("the file \"%1\" in [FILES] is not below the project "
-                                           "folder; list only files of %2")
-                                .arg(entry, m_project.folder));
-            else if (onDisk.isEmpty())
-                m_log.error(m_project.projectPath, line,
-                            QStringLiteral("the file \"%1\" in [FILES] does not exist; restore it "
-                                           "or remove the line")
-                                .arg(entry));
-            else
-                add(onDisk);
-        }
+    bool add(const QString& file) {
+        if (seen.contains(file)) return false;
+        seen.insert(file);
+        return true;
     }
 
     // A name given with the project folder's own path in front is taken without it.
     QString belowProject(const QString& name) const {
-        return name.startsWith(m_project.folder) ? name.mid(m_project.folder.size()) : name;
+        return name.startsWith(project.folder) ? name.mid(project.folder.size()) : name;
     }
 
-    void addNamedFile(const QString& given, const QString& what, bool required) {
-        if (given.isEmpty()) return;
+    void addListedFiles(QStringList& files) {
+        for (qsizetype i = 0; i < project.files.size(); ++i) {
+            const QString entry = belowProject(project.files[i]);
+            const int line = i < project.fileLines.size() ? project.fileLines[i] : 0;
+            const QString path = JoinInFolder({}, entry);
+            const QString onDisk = path.isEmpty() ? QString() : disk.findFile(path);
+            if (path.isEmpty() || IsOutsideAddress(entry))
+                log.error(project.projectPath, line,
+                          QStringLiteral("the file \"%1\" in [FILES] is not below the project "
+                                         "folder; list only files of %2")
+                              .arg(entry, project.folder));
+            else if (onDisk.isEmpty())
+                log.error(project.projectPath, line,
+                          QStringLiteral("the file \"%1\" in [FILES] does not exist; restore it "
+                                         "or remove the line")
+                              .arg(entry));
+            else if (add(onDisk))
+                files.append(onDisk);
+        }
+    }
+
+    // The file on disk; empty when it is not there. A missing required file is an error.
+    QString addNamedFile(QStringList& files, const QString& given, const QString& what,
+                         bool required) {
+        if (given.isEmpty()) return {};
         const QString name = belowProject(given);
         const QString path = IsOutsideAddress(name) ? QString() : JoinInFolder({}, name);
-        const QString onDisk = path.isEmpty() ? QString() : m_disk.findFile(path);
+        const QString onDisk = path.isEmpty() ? QString() : disk.findFile(path);
         if (!onDisk.isEmpty()) {
-            add(onDisk);
-            return;
+            if (add(onDisk)) files.append(onDisk);
+        } else if (required) {
+            log.error(project.projectPath, 0,
+                      QStringLiteral("the %1 \"%2\" is not a file of the project folder")
+                          .arg(what, name));
         }
-        const QString text =
-            QStringLiteral("the %1 \"%2\" is not a file of the project folder").arg(what, name);
-        if (required)
-            m_log.error(m_project.projectPath, 0, text);
-        else
-            m_log.warning(m_project.projectPath, text);
-    }
-
-    std::vector<ScanResult> scanAll(const QStringList& batch, int jobs) {
-        std::vector<ScanResult> results(size_t(batch.size()));
-        std::atomic<qsizetype> nextIndex{0};
-        const auto work = [&] {
-            for (qsizetype i = nextIndex++; i < batch.size(); i = nextIndex++)
-                results[size_t(i)] = scan(batch[i]);
-        };
-        const int threads = std::clamp<qsizetype>(jobs > 0 ? jobs : QThread::idealThreadCount(), 1,
-                                                  qMax<qsizetype>(batch.size(), 1));
-        std::vector<std::thread> workers;
-        for (int t = 1; t < threads; ++t)
-            workers.emplace_back(work);
-        work();
-        for (std::thread& worker : workers)
-            worker.join();
-        return results;
-    }
-
-    ScanResult scan(const QString& file) {
-        ScanResult result;
-        const FileKind kind = KindOf(file);
-        if (kind == FileKind::Other) return result;
-        QFile input(m_project.folder + file);
-        if (!input.open(QIODevice::ReadOnly)) {
-            result.log.warning(file, QStringLiteral("cannot be read (%1), so the files it uses "
-                                                    "are not packed")
-                                         .arg(input.errorString()));
-            return result;
-        }
-        const QByteArray bytes = input.readAll();
-        QList<Reference> references;
-        if (kind == FileKind::Page)
-            references = ScanHtmlReferences(bytes, m_codePage);
-        else if (kind == FileKind::StyleSheet)
-            references = ScanCssReferences(bytes, m_codePage);
-        else
-            references = sitemapReferences(bytes);
-        const QString folder = FolderOf(file);
-        QSet<QString> missing;
-        for (const Reference& reference : references) {
-            const QString onDisk = lookUp(folder, reference);
-            if (!onDisk.isEmpty()) {
-                result.found.append(onDisk);
-                continue;
-            }
-            const QString target = JoinInFolder(folder, reference.path);
-            if (target.isEmpty() || missing.contains(target)) continue;
-            missing.insert(target);
-            result.log.warning(file, QStringLiteral("\"%1\" names no file of the book (%2 is "
-                                                    "missing)")
-                                         .arg(reference.asWritten, target));
-        }
-        return result;
+        return onDisk;
     }
 
     // The file a reference names, on disk: its decoded path, else the path as written.
@@ -197,39 +117,148 @@ class Gatherer {
         for (const QString& path : {reference.path, reference.asWritten}) {
             const QString target = JoinInFolder(folder, path);
             if (target.isEmpty()) continue;
-            const QString onDisk = m_disk.findFile(target);
+            const QString onDisk = disk.findFile(target);
             if (!onDisk.isEmpty()) return onDisk;
             if (reference.path == reference.asWritten) break;
         }
         return {};
     }
 
-    QList<Reference> sitemapReferences(const QByteArray& bytes) const {
+    QList<Reference> sitemapReferences(const Sitemap& sitemap) const {
         QList<Reference> references;
-        const Sitemap sitemap = ReadSitemap(bytes, m_codePage);
         for (const SitemapEntry& entry : sitemap.entries)
             for (const SitemapParam& param : entry.params) {
                 if (param.name.compare(u"Local", Qt::CaseInsensitive) != 0) continue;
-                const Reference reference = CleanReference(param.value, m_codePage);
+                const Reference reference = CleanReference(param.value, codePage);
                 if (!reference.path.isEmpty() && !IsOutsideAddress(reference.path))
                     references.append(reference);
             }
         return references;
     }
 
-    const HelpProject& m_project;
-    CompileLog& m_log;
-    FolderListings m_disk;
-    const CodePage m_codePage;
-    QStringList m_files;
-    QSet<QString> m_seen;
+    const HelpProject& project;
+    CompileLog& log;
+    FolderListings disk;
+    const CodePage codePage;
+    QSet<QString> seen;
+    QString contentsFile, indexFile; // on disk
+    // The references of sitemaps the caller has read already, by file; set before scanning.
+    QHash<QString, QList<Reference>> readSitemaps;
 };
 
-} // namespace
+bool MayUseOtherFiles(const QString& path) {
+    return KindOf(path) != FileKind::Other;
+}
 
+BookFileGatherer::BookFileGatherer(const HelpProject& project, CompileLog& log)
+    : m_data(std::make_unique<Data>(project, log)) {}
+
+BookFileGatherer::~BookFileGatherer() = default;
+
+QStringList BookFileGatherer::start() {
+    Data& d = *m_data;
+    QStringList files;
+    d.addListedFiles(files);
+    d.contentsFile =
+        d.addNamedFile(files, d.project.contentsFile, QStringLiteral("contents file"), true);
+    d.indexFile = d.addNamedFile(files, d.project.indexFile, QStringLiteral("index file"), true);
+    m_defaultTopic =
+        d.addNamedFile(files, d.project.defaultTopic, QStringLiteral("default topic"), false);
+    return files;
+}
+
+void BookFileGatherer::useReadSitemaps(const Sitemap& contents, const Sitemap& index) {
+    Data& d = *m_data;
+    if (!d.contentsFile.isEmpty())
+        d.readSitemaps.insert(d.contentsFile, d.sitemapReferences(contents));
+    if (!d.indexFile.isEmpty()) d.readSitemaps.insert(d.indexFile, d.sitemapReferences(index));
+}
+
+bool BookFileGatherer::needsContent(const QString& path) const {
+    return MayUseOtherFiles(path) && !m_data->readSitemaps.contains(path);
+}
+
+FileReferences BookFileGatherer::scan(const QString& path, QByteArrayView bytes) {
+    Data& d = *m_data;
+    FileReferences result;
+    QList<Reference> references;
+    switch (KindOf(path)) {
+    case FileKind::Page:
+        references = ScanHtmlReferences(bytes, d.codePage);
+        break;
+    case FileKind::StyleSheet:
+        references = ScanCssReferences(bytes, d.codePage);
+        break;
+    case FileKind::Sitemap:
+        references = d.readSitemaps.contains(path)
+                         ? d.readSitemaps.value(path)
+                         : d.sitemapReferences(ReadSitemap(bytes, d.codePage));
+        break;
+    case FileKind::Other:
+        return result;
+    }
+    const QString folder = FolderOf(path);
+    QSet<QString> missing;
+    for (const Reference& reference : references) {
+        const QString onDisk = d.lookUp(folder, reference);
+        if (!onDisk.isEmpty()) {
+            result.found.append(onDisk);
+            continue;
+        }
+        const QString target = JoinInFolder(folder, reference.path);
+        if (target.isEmpty() || missing.contains(target)) continue;
+        missing.insert(target);
+        result.log.warning(path, QStringLiteral("\"%1\" names no file of the book (%2 is "
+                                                "missing)")
+                                     .arg(reference.asWritten, target));
+    }
+    return result;
+}
+
+FileReferences BookFileGatherer::scanFile(const QString& path) {
+    if (!MayUseOtherFiles(path)) return {};
+    QFile input(m_data->project.folder + path);
+    if (!input.open(QIODevice::ReadOnly)) {
+        FileReferences result;
+        result.log.warning(path, QStringLiteral("cannot be read (%1), so the files it uses "
+                                                "are not packed")
+                                     .arg(input.errorString()));
+        return result;
+    }
+    return scan(path, input.readAll());
+}
+
+QStringList BookFileGatherer::take(const FileReferences& references) {
+    Data& d = *m_data;
+    d.log.append(references.log);
+    QStringList added;
+    for (const QString& file : references.found)
+        if (d.add(file)) added.append(file);
+    return added;
+}
+
+// Files are scanned on worker threads a window ahead and their references taken in list
+// order, so the list grows breadth first and is the same for any number of threads.
 QStringList GatherBookFiles(const HelpProject& project, CompileLog& log, int jobs) {
-    Gatherer gatherer(project, log);
-    return gatherer.gather(jobs);
+    BookFileGatherer gatherer(project, log);
+    QStringList files = gatherer.start();
+    if (!project.defaultTopic.isEmpty() && gatherer.defaultTopic().isEmpty())
+        log.warning(project.projectPath,
+                    QStringLiteral("the default topic \"%1\" is not a file of the project folder")
+                        .arg(project.defaultTopic));
+    const int threads = jobs > 0 ? jobs : QThread::idealThreadCount();
+    OrderedWork<QString, FileReferences> scans(
+        threads > 1 ? threads : 0, 16 * threads,
+        [&](const QString& file) { return gatherer.scanFile(file); });
+    for (const QString& file : files)
+        scans.add(file);
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        for (const QString& added : gatherer.take(scans.take())) {
+            files.append(added);
+            scans.add(added);
+        }
+    }
+    return files;
 }
 
 } // namespace qmr::chm

@@ -3,21 +3,31 @@
 #include "chm/BookFiles.h"
 #include "chm/BookLanguage.h"
 #include "chm/ChmWriter.h"
+#include "chm/DefaultTopic.h"
 #include "chm/FullTextIndex.h"
 #include "chm/HelpProject.h"
 #include "chm/InternalFiles.h"
+#include "chm/OrderedWork.h"
 #include "chm/PageText.h"
 #include "chm/Sitemap.h"
+#include "chm/TopicWords.h"
 
 #include "platform/CodePage.h"
 
 #include <QFile>
+#include <QThread>
 
+#include <memory>
 #include <optional>
+#include <thread>
 
 namespace qmr::chm {
 
 namespace {
+
+int Threads(int jobs) {
+    return jobs > 0 ? jobs : std::max(1, QThread::idealThreadCount());
+}
 
 bool IsPage(const QString& path) {
     return path.endsWith(QLatin1String(".htm"), Qt::CaseInsensitive) ||
@@ -38,47 +48,137 @@ Sitemap ReadProjectSitemap(const HelpProject& project, const QString& name,
     return ReadSitemap(file.readAll(), codePage);
 }
 
-// Packs the gathered files, pages first through the text extractor; the topics are the pages.
+// Files up to this size are read ahead by the workers; a larger one that no reference is
+// looked for in is read piece by piece as it is packed, so memory stays bounded.
+constexpr qint64 kReadAheadLimit = 1 << 20;
+// Files read ahead of the one being packed, a thread.
+constexpr int kFilesAheadPerThread = 16;
+
+// What a worker makes of one file before it is packed: its bytes, the files it uses and, for a
+// page, its title and words.
+struct ReadFile {
+    QString path;
+    QByteArray bytes;
+    bool whole = false; // false: the writer reads it from disk itself
+    QString error;
+    FileReferences references;
+    bool isTopic = false;
+    QString title;
+    TopicWords words;
+};
+
+// Reads files on worker threads, any number at once.
+class FileReader {
+  public:
+    FileReader(const HelpProject& project, BookFileGatherer& gatherer)
+        : m_project(project), m_gatherer(gatherer),
+          m_codePageName(CodePageOfLanguage(project.languageId)) {}
+
+    ReadFile read(const QString& path) {
+        ReadFile file;
+        file.path = path;
+        QFile input(m_project.folder + path);
+        if (!input.open(QIODevice::ReadOnly)) {
+            file.error = input.errorString();
+            return file;
+        }
+        file.isTopic = IsPage(path);
+        if (!file.isTopic && !m_gatherer.needsContent(path) && input.size() > kReadAheadLimit) {
+            file.references = m_gatherer.scan(path, {}); // known without reading it
+            return file;
+        }
+        file.bytes = input.readAll();
+        if (input.error() != QFileDevice::NoError) {
+            file.error = input.errorString();
+            return file;
+        }
+        file.whole = true;
+        file.references = m_gatherer.scan(path, file.bytes);
+        if (file.isTopic) {
+            ThreadTables& own = tables();
+            const PageText page = ExtractPageText(file.bytes, own.codePage);
+            file.title = page.title;
+            if (m_project.fullTextSearch) file.words = own.words.collect(page.title, page.text);
+        }
+        return file;
+    }
+
+  private:
+    // Each thread keeps its converter and word tables from page to page.
+    struct ThreadTables {
+        explicit ThreadTables(const QString& codePageName)
+            : codePageName(codePageName), codePage(codePageName), words(codePageName) {}
+        QString codePageName;
+        CodePage codePage;
+        TopicWordCollector words;
+    };
+    ThreadTables& tables() const {
+        thread_local std::unique_ptr<ThreadTables> tables;
+        if (!tables || tables->codePageName != m_codePageName)
+            tables = std::make_unique<ThreadTables>(m_codePageName);
+        return *tables;
+    }
+
+    const HelpProject& m_project;
+    BookFileGatherer& m_gatherer;
+    const QString m_codePageName;
+};
+
+// Packs the book's files in list order, reading them a window ahead on worker threads; the
+// files each one uses join the list as it is packed. The topics are the pages.
 class BookPacker {
   public:
     BookPacker(const HelpProject& project, const CompileOptions& options, ChmWriter& writer,
                CompileLog& log)
-        : m_project(project), m_options(options), m_writer(writer), m_log(log),
-          m_codePage(CodePageOfLanguage(project.languageId)) {
+        : m_project(project), m_options(options), m_writer(writer), m_log(log) {
         if (project.fullTextSearch) m_fullText.emplace(project.languageId);
     }
 
-    bool pack(const QStringList& files) {
+    // Packs `files` and the files they add to the list.
+    bool pack(BookFileGatherer& gatherer, QStringList& files) {
+        const int threads = Threads(m_options.jobs);
+        FileReader reader(m_project, gatherer);
+        OrderedWork<QString, ReadFile> reads(
+            threads > 1 ? threads : 0, kFilesAheadPerThread * threads,
+            [&reader](const QString& path) { return reader.read(path); });
+        for (const QString& file : files)
+            reads.add(file);
         for (qsizetype i = 0; i < files.size(); ++i) {
             if (m_options.cancelled && m_options.cancelled()) {
                 m_log.note(m_project.projectPath, QStringLiteral("compiling was cancelled"));
                 return false;
             }
-            if (!packFile(files[i])) return false;
+            const ReadFile file = reads.take();
+            for (const QString& added : gatherer.take(file.references)) {
+                files.append(added);
+                reads.add(added);
+            }
+            if (!packFile(file)) return false;
             if (m_options.progress) m_options.progress(int(i + 1), int(files.size()));
         }
         return true;
     }
 
     const QList<BookTopic>& topics() const { return m_topics; }
-    // The $FIftiMain file; empty when the project asks for none or no page held a word.
-    QByteArray fullTextIndex() { return m_fullText ? m_fullText->finish() : QByteArray(); }
+    // The full-text index; null when the project asks for none or no page held a word.
+    FullTextIndex* fullTextIndex() {
+        return m_fullText && !m_fullText->isEmpty() ? &*m_fullText : nullptr;
+    }
 
   private:
-    bool packFile(const QString& path) {
-        const QString diskPath = m_project.folder + path;
-        const QString bookPath = QLatin1Char('/') + path;
-        if (!IsPage(path)) return written(m_writer.addFileFromDisk(bookPath, diskPath));
-        QFile file(diskPath);
-        if (!file.open(QIODevice::ReadOnly)) {
-            m_log.error(diskPath, 0, QStringLiteral("cannot read it: %1").arg(file.errorString()));
+    bool packFile(const ReadFile& file) {
+        const QString diskPath = m_project.folder + file.path;
+        if (!file.error.isEmpty()) {
+            m_log.error(diskPath, 0, QStringLiteral("cannot read it: %1").arg(file.error));
             return false;
         }
-        const QByteArray bytes = file.readAll();
-        const PageText page = ExtractPageText(bytes, m_codePage);
-        if (m_fullText) m_fullText->addTopic(quint32(m_topics.size()), page.title, page.text);
-        m_topics.append({bookPath, page.title});
-        return written(m_writer.addFile(bookPath, bytes));
+        const QString bookPath = QLatin1Char('/') + file.path;
+        if (!file.whole) return written(m_writer.addFileFromDisk(bookPath, diskPath));
+        if (file.isTopic) {
+            if (m_fullText) m_fullText->addTopic(quint32(m_topics.size()), file.words);
+            m_topics.append({bookPath, file.title});
+        }
+        return written(m_writer.addFile(bookPath, file.bytes));
     }
 
     bool written(bool ok) {
@@ -90,7 +190,6 @@ class BookPacker {
     const CompileOptions& m_options;
     ChmWriter& m_writer;
     CompileLog& m_log;
-    CodePage m_codePage;
     std::optional<FullTextIndex> m_fullText;
     QList<BookTopic> m_topics;
 };
@@ -107,26 +206,45 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
                   QStringLiteral("names no book to write; add a \"Compiled file=\" line"));
         return false;
     }
-    const QStringList files = GatherBookFiles(project, log, options.jobs);
-    const CodePage codePage(CodePageOfLanguage(project.languageId));
+    // The contents and index files are read while the listed files are looked for.
     BookContents book;
-    book.project = &project;
-    book.contents = ReadProjectSitemap(project, project.contentsFile, codePage, log);
-    book.index = ReadProjectSitemap(project, project.indexFile, codePage, log);
+    CompileLog sitemapLog;
+    std::thread sitemaps([&] {
+        const CodePage codePage(CodePageOfLanguage(project.languageId));
+        book.contents = ReadProjectSitemap(project, project.contentsFile, codePage, sitemapLog);
+        book.index = ReadProjectSitemap(project, project.indexFile, codePage, sitemapLog);
+    });
+    auto gatherer = std::make_unique<BookFileGatherer>(project, log);
+    QStringList files = gatherer->start();
+    sitemaps.join();
+    log.append(sitemapLog);
     book.compiledAt =
         options.compiledAt.isValid() ? options.compiledAt : QDateTime::currentDateTimeUtc();
     if (log.hasErrors()) return false;
+    gatherer->useReadSitemaps(book.contents, book.index);
 
     ChmWriter writer(output, {project.languageId, options.lzx, options.jobs, book.compiledAt});
     BookPacker packer(project, options, writer, log);
-    if (!packer.pack(files)) return false;
+    if (!packer.pack(*gatherer, files)) return false;
     book.topics = packer.topics();
-    const QByteArray fullText = packer.fullTextIndex();
-    book.fullTextSearch = !fullText.isEmpty();
+    HelpProject settled = project;
+    SettleDefaultTopic(settled, gatherer->defaultTopic(), book, log);
+    gatherer.reset(); // its folder listings are not needed to finish the index
+
+    book.project = &settled;
+    FullTextIndex* const fullText = packer.fullTextIndex();
+    book.fullTextSearch = fullText != nullptr;
     bool ok = true;
     for (const InternalFile& file : MakeInternalFiles(book))
         ok = ok && writer.addFile(file.path, file.bytes, file.compressed);
-    if (book.fullTextSearch) ok = ok && writer.addFile(QStringLiteral("/$FIftiMain"), fullText);
+    if (ok && fullText) {
+        ok = writer.beginFile(QStringLiteral("/$FIftiMain"));
+        if (ok) {
+            fullText->finish([&writer](QByteArrayView piece) { writer.appendToFile(piece); },
+                             Threads(options.jobs));
+            writer.endFile();
+        }
+    }
     if (!ok || !writer.finish()) {
         log.error(output, 0, writer.errorString());
         return false;

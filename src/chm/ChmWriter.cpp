@@ -86,6 +86,8 @@ struct ChmWriter::Data {
     std::vector<DirectoryEntry> entries;
     QSet<QByteArray> names;
     QByteArray uncompressed;
+    QByteArray openName; // of the file being written a piece at a time
+    quint64 openStart = 0;
     QString error;
     bool finished = false;
 
@@ -211,6 +213,22 @@ bool ChmWriter::addFile(const QString& path, QByteArrayView bytes, bool compress
     d.compressed->append(bytes);
     d.addCompressedEntry(std::move(name), start);
     return true;
+}
+
+bool ChmWriter::beginFile(const QString& path) {
+    Data& d = *m_data;
+    if (!d.begin(path, d.openName)) return false;
+    d.openStart = d.compressed->position();
+    return true;
+}
+
+void ChmWriter::appendToFile(QByteArrayView bytes) {
+    m_data->compressed->append(bytes);
+}
+
+void ChmWriter::endFile() {
+    Data& d = *m_data;
+    d.addCompressedEntry(std::move(d.openName), d.openStart);
 }
 
 bool ChmWriter::addFileFromDisk(const QString& path, const QString& diskPath) {

@@ -32,6 +32,11 @@ class ChmWriter {
     // the writer's own, written last to fill the compressed section's last interval. Uncompressed
     // files are kept in memory until finish(): meant for the few small internal ones.
     bool addFile(const QString& path, QByteArrayView bytes, bool compressed = true);
+    // A compressed file written a piece at a time: beginFile(), appendToFile() as often as
+    // needed, endFile(). No other file may be added in between.
+    bool beginFile(const QString& path);
+    void appendToFile(QByteArrayView bytes);
+    void endFile();
     // A compressed file read from disk piece by piece.
     bool addFileFromDisk(const QString& path, const QString& diskPath);
 

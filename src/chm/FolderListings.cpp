@@ -3,6 +3,8 @@
 #include <QDirIterator>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace qmr::chm {
 
 FolderListings::FolderListings(const QString& root) : m_root(root) {}
@@ -23,25 +25,30 @@ const FolderListings::Listing& FolderListings::listing(const QString& folder) {
     while (it.hasNext()) {
         it.next();
         const QString name = it.fileName();
-        made->isFolder.insert(name, it.fileInfo().isDir());
-        QString& holder = made->byFolding[name.toCaseFolded()];
-        if (holder.isEmpty() || name < holder) holder = name;
+        made->entries.push_back({name, name.toCaseFolded(), it.fileInfo().isDir()});
     }
+    std::sort(made->entries.begin(), made->entries.end(), [](const Entry& a, const Entry& b) {
+        return a.folded != b.folded ? a.folded < b.folded : a.name < b.name;
+    });
+    made->entries.shrink_to_fit();
     const std::lock_guard<std::mutex> lock(m_mutex);
     auto& slot = m_listings[folder];
     if (!slot) slot = std::move(made);
     return *slot; // listings are never removed, so it stays where it is
 }
 
+// Entries differing only in case stand together, the first in code-point order first.
 const QString* FolderListings::entry(const Listing& listing, const QString& name, bool& isFolder) {
-    auto exact = listing.isFolder.constFind(name);
-    if (exact == listing.isFolder.cend()) {
-        const auto folded = listing.byFolding.constFind(name.toCaseFolded());
-        if (folded == listing.byFolding.cend()) return nullptr;
-        exact = listing.isFolder.constFind(*folded);
-    }
-    isFolder = exact.value();
-    return &exact.key();
+    const QString folded = name.toCaseFolded();
+    auto first =
+        std::lower_bound(listing.entries.begin(), listing.entries.end(), folded,
+                         [](const Entry& e, const QString& key) { return e.folded < key; });
+    if (first == listing.entries.end() || first->folded != folded) return nullptr;
+    auto chosen = first;
+    for (auto it = first; it != listing.entries.end() && it->folded == folded; ++it)
+        if (it->name == name) chosen = it;
+    isFolder = chosen->isFolder;
+    return &chosen->name;
 }
 
 QString FolderListings::findFile(const QString& relative) {

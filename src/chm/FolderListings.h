@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <mutex>
+#include <vector>
 
 namespace qmr::chm {
 
@@ -24,9 +25,15 @@ class FolderListings {
     QString findFile(const QString& relative);
 
   private:
+    struct Entry {
+        QString name;
+        QString folded; // case-folded
+        bool isFolder = false;
+    };
+    // A folder's entries by their folded name, then their name: a project of thousands of item
+    // folders keeps thousands of listings, so they are kept small.
     struct Listing {
-        QHash<QString, bool> isFolder;     // every entry by its name
-        QHash<QString, QString> byFolding; // case-folded name to the entry's name
+        std::vector<Entry> entries;
     };
     const Listing& listing(const QString& folder);
     // findFile without the memory of earlier answers.

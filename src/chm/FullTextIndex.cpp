@@ -2,13 +2,14 @@
 
 #include "chm/BookLanguage.h"
 #include "chm/ScaleRootCode.h"
-#include "chm/SearchWords.h"
+#include "chm/TopicWords.h"
 #include "chm/WordTree.h"
 
-#include <QHashFunctions>
 #include <QtEndian>
 
 #include <algorithm>
+#include <cstring>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -18,22 +19,31 @@ namespace {
 
 constexpr qsizetype kHeaderSize = 0x400;
 
+constexpr int kHeadBytes = 14;
+
 // One entry of the index: a word, or the same word's places in titles, with its location codes
 // packed as they arrive (per topic: the step from the topic before, how many places, and the
-// steps between places, as 7-bit groups) until the index is written.
+// steps between places, as 7-bit groups) until the index is written. An entry fills one cache
+// line, and holds the first bytes of its word, so a lookup usually reads nothing else.
 struct WordEntry {
+    quint64 hash = 0;
+    std::vector<quint8> packed;
+    quint32 lastTopic = 0;
+    quint32 topicCount = 0;
     quint32 textOffset = 0;
     quint8 textLength = 0;
     bool inTitle = false;
-    quint32 lastTopic = 0;
-    quint32 topicCount = 0;
-    std::vector<quint8> packed;
+    char head[kHeadBytes] = {};
 };
 
+// Grown by a quarter at a time rather than doubled: the packed places are most of the index's
+// memory while it is built, and a common word's buffer gets large.
+void MakeRoom(std::vector<quint8>& out, size_t more) {
+    if (out.capacity() - out.size() < more) out.reserve(out.size() + out.size() / 4 + more + 8);
+}
+
 void Pack(std::vector<quint8>& out, quint32 value) {
-    // Grown by a quarter at a time rather than doubled: the packed places are most of the
-    // index's memory while it is built, and a common word's buffer gets large.
-    if (out.capacity() - out.size() < 5) out.reserve(out.size() + out.size() / 4 + 8);
+    MakeRoom(out, 5);
     while (value >= 0x80) {
         out.push_back(quint8(0x80 | (value & 0x7F)));
         value >>= 7;
@@ -54,6 +64,32 @@ quint32 WindowsCodePageNumber(const QString& converterName) {
     return converterName.section(QLatin1Char('-'), 1).toUInt();
 }
 
+// The first eight bytes of a word as the search order compares them, as one number: most
+// comparisons are settled by it. Words hold no zero bytes, so a shorter word comes first.
+quint64 OrderKey(QByteArrayView text) {
+    quint64 key = 0;
+    for (qsizetype i = 0; i < 8; ++i) {
+        const char c = i < text.size() ? text[i] : '\0';
+        key = key << 8 | quint8(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    }
+    return key;
+}
+
+// The words' ids in the order of the tree.
+std::vector<quint32> SearchOrder(const std::vector<TreeWord>& words) {
+    std::vector<std::pair<quint64, quint32>> keyed(words.size());
+    for (quint32 id = 0; id < words.size(); ++id)
+        keyed[id] = {OrderKey(words[id].text), id};
+    std::sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
+        return a.first != b.first ? a.first < b.first
+                                  : SearchOrderLess(words[a.second], words[b.second]);
+    });
+    std::vector<quint32> order(words.size());
+    for (size_t i = 0; i < keyed.size(); ++i)
+        order[i] = keyed[i].second;
+    return order;
+}
+
 struct WordRoots {
     int topic = 0;
     int count = 0;
@@ -64,24 +100,27 @@ struct WordRoots {
 
 struct FullTextIndex::Data {
     explicit Data(quint32 language)
-        : languageId(language), codePage(CodePageOfLanguage(language)), breaker(codePage) {}
+        : languageId(language), codePage(CodePageOfLanguage(language)) {}
 
-    quint32 wordId(QByteArrayView word, bool inTitle);
+    bool holds(const WordEntry& entry, QByteArrayView word, bool inTitle, quint64 hash) const;
+    quint32 wordId(QByteArrayView word, bool inTitle, quint64 hash);
     void growSlots();
     QByteArrayView textOf(const WordEntry& entry) const {
         return QByteArrayView(wordText).sliced(entry.textOffset, entry.textLength);
     }
-    void addPlaces(quint32 topicNumber);
-    void appendLocationCodes(QByteArray& file, WordEntry& entry, const WordRoots& roots) const;
+    void appendLocationCodes(QByteArray& file, const WordEntry& entry,
+                             const WordRoots& roots) const;
+    std::vector<size_t> stretches(const std::vector<quint32>& order, int count) const;
     void writeHeader(QByteArray& file, const WordTreeShape& tree, const WordRoots& roots) const;
 
     quint32 languageId;
     QString codePage;
-    SearchWordBreaker breaker;
-    QByteArray wordText;          // every entry's word, one after another
-    std::vector<WordEntry> words; // by word id
-    std::vector<quint32> slots;   // hash table of word ids + 1; 0 marks a free slot
-    std::vector<std::pair<quint32, quint32>> places; // (word id, location) of the current topic
+    std::unique_ptr<TopicWordCollector> collector; // for topics given as text
+    QByteArray wordText;                           // every entry's word, one after another
+    std::vector<WordEntry> words;                  // by word id
+    // Hash table: the high half of a word's hash, and its id + 1 in the low half; 0 marks a free
+    // slot. A slot whose hash differs is passed over without reading the entry.
+    std::vector<quint64> slots;
     BitLengthCounts topicSteps, codeCounts, locationSteps;
     quint32 topicsIndexed = 0;
     quint32 lastTopic = 0;
@@ -90,65 +129,51 @@ struct FullTextIndex::Data {
     quint32 longestWord = 0;
 };
 
-quint32 FullTextIndex::Data::wordId(QByteArrayView word, bool inTitle) {
+bool FullTextIndex::Data::holds(const WordEntry& entry, QByteArrayView word, bool inTitle,
+                                quint64 hash) const {
+    if (entry.hash != hash || entry.inTitle != inTitle || entry.textLength != word.size())
+        return false;
+    const qsizetype head = std::min<qsizetype>(word.size(), kHeadBytes);
+    return std::memcmp(entry.head, word.data(), size_t(head)) == 0 &&
+           (word.size() <= kHeadBytes || textOf(entry).sliced(head) == word.sliced(head));
+}
+
+quint32 FullTextIndex::Data::wordId(QByteArrayView word, bool inTitle, quint64 hash) {
     if (slots.size() < 2 * words.size() + 2) growSlots();
     const size_t mask = slots.size() - 1;
-    for (size_t slot = (qHash(word) ^ size_t(inTitle)) & mask;; slot = (slot + 1) & mask) {
-        if (slots[slot] == 0) {
+    const quint64 high = hash & 0xFFFFFFFF00000000ULL;
+    for (size_t slot = size_t(hash) & mask;; slot = (slot + 1) & mask) {
+        const quint64 known = slots[slot];
+        if (known == 0) {
             WordEntry entry;
+            entry.hash = hash;
             entry.textOffset = quint32(wordText.size());
             entry.textLength = quint8(word.size());
             entry.inTitle = inTitle;
+            std::memcpy(entry.head, word.data(),
+                        size_t(std::min<qsizetype>(word.size(), kHeadBytes)));
             wordText.append(word);
             words.push_back(std::move(entry));
-            slots[slot] = quint32(words.size());
-            if (!inTitle) {
-                longestWord = std::max(longestWord, quint32(word.size()));
-            }
+            slots[slot] = high | quint64(words.size());
             return quint32(words.size() - 1);
         }
-        const WordEntry& known = words[slots[slot] - 1];
-        if (known.inTitle == inTitle && textOf(known) == word) return slots[slot] - 1;
+        const quint32 id = quint32(known) - 1;
+        if ((known & 0xFFFFFFFF00000000ULL) == high && holds(words[id], word, inTitle, hash))
+            return id;
     }
 }
 
 void FullTextIndex::Data::growSlots() {
-    std::vector<quint32> grown(std::max<size_t>(1024, slots.size() * 2), 0);
+    std::vector<quint64> grown(std::max<size_t>(1024, slots.size() * 2), 0);
     const size_t mask = grown.size() - 1;
     for (quint32 id = 0; id < words.size(); ++id) {
-        size_t slot = (qHash(textOf(words[id])) ^ size_t(words[id].inTitle)) & mask;
+        const quint64 hash = words[id].hash;
+        size_t slot = size_t(hash) & mask;
         while (grown[slot] != 0)
             slot = (slot + 1) & mask;
-        grown[slot] = id + 1;
+        grown[slot] = (hash & 0xFFFFFFFF00000000ULL) | quint64(id + 1);
     }
     slots.swap(grown);
-}
-
-// Places arrive in location order, so sorting by word keeps each word's places in order.
-void FullTextIndex::Data::addPlaces(quint32 topicNumber) {
-    std::sort(places.begin(), places.end());
-    for (size_t first = 0; first < places.size();) {
-        size_t end = first + 1;
-        while (end < places.size() && places[end].first == places[first].first)
-            ++end;
-        WordEntry& entry = words[places[first].first];
-        const quint32 step = entry.topicCount == 0 ? topicNumber : topicNumber - entry.lastTopic;
-        Pack(entry.packed, step);
-        topicSteps.add(step);
-        Pack(entry.packed, quint32(end - first));
-        codeCounts.add(quint32(end - first));
-        quint32 previous = 0;
-        for (size_t i = first; i < end; ++i) {
-            const quint32 location = places[i].second - previous;
-            Pack(entry.packed, location);
-            locationSteps.add(location);
-            previous = places[i].second;
-        }
-        entry.lastTopic = topicNumber;
-        ++entry.topicCount;
-        first = end;
-    }
-    places.clear();
 }
 
 FullTextIndex::FullTextIndex(quint32 languageId) : m_data(std::make_unique<Data>(languageId)) {}
@@ -157,25 +182,35 @@ FullTextIndex::~FullTextIndex() = default;
 
 void FullTextIndex::addTopic(quint32 topicNumber, const QString& title, const QString& text) {
     Data& d = *m_data;
+    if (!d.collector) d.collector = std::make_unique<TopicWordCollector>(d.codePage);
+    addTopic(topicNumber, d.collector->collect(title, text));
+}
+
+void FullTextIndex::addTopic(quint32 topicNumber, const TopicWords& topic) {
+    Data& d = *m_data;
     if (d.topicsIndexed > 0 && topicNumber <= d.lastTopic)
         return; // out of order: the location codes could not name it
-    auto inBody = [&](QByteArrayView word, quint32 location) {
-        d.places.emplace_back(d.wordId(word, false), location);
-        ++d.wordsIndexed;
-        d.indexedLength += quint64(word.size());
-    };
-    auto inTitle = [&](QByteArrayView word, quint32 location) {
-        inBody(word, location);
-        d.places.emplace_back(d.wordId(word, true), location);
-    };
-    const quint32 afterTitle = d.breaker.breakText(title, 0, inTitle);
-    d.breaker.breakText(text, afterTitle, inBody);
-    d.addPlaces(topicNumber);
+    for (const TopicWords::Word& word : topic.words) {
+        WordEntry& entry = d.words[d.wordId(topic.text(word), word.inTitle, word.hash)];
+        const quint32 step = entry.topicCount == 0 ? topicNumber : topicNumber - entry.lastTopic;
+        const QByteArrayView places = topic.places(word);
+        Pack(entry.packed, step);
+        MakeRoom(entry.packed, size_t(places.size()));
+        entry.packed.insert(entry.packed.end(), places.begin(), places.end());
+        d.topicSteps.add(step);
+        entry.lastTopic = topicNumber;
+        ++entry.topicCount;
+    }
+    d.codeCounts.add(topic.placeCounts);
+    d.locationSteps.add(topic.placeSteps);
+    d.wordsIndexed += topic.wordsIndexed;
+    d.indexedLength += topic.indexedLength;
+    d.longestWord = std::max(d.longestWord, topic.longestWord);
     d.lastTopic = topicNumber;
     ++d.topicsIndexed;
 }
 
-void FullTextIndex::Data::appendLocationCodes(QByteArray& file, WordEntry& entry,
+void FullTextIndex::Data::appendLocationCodes(QByteArray& file, const WordEntry& entry,
                                               const WordRoots& roots) const {
     ScaleRootWriter writer(file);
     size_t at = 0;
@@ -187,7 +222,6 @@ void FullTextIndex::Data::appendLocationCodes(QByteArray& file, WordEntry& entry
             writer.write(Unpack(entry.packed, at), roots.location);
         writer.padToByte();
     }
-    std::vector<quint8>().swap(entry.packed); // written: its memory is no longer needed
 }
 
 void FullTextIndex::Data::writeHeader(QByteArray& file, const WordTreeShape& tree,
@@ -227,42 +261,88 @@ void FullTextIndex::Data::writeHeader(QByteArray& file, const WordTreeShape& tre
     put32(0x7E, languageId);
 }
 
-QByteArray FullTextIndex::finish() {
+bool FullTextIndex::isEmpty() const {
+    return m_data->words.empty();
+}
+
+void FullTextIndex::finish(const std::function<void(QByteArrayView)>& write, int threads) {
     Data& d = *m_data;
-    if (d.words.empty()) return {};
+    if (d.words.empty()) return;
     const WordRoots roots{d.topicSteps.bestRoot(), d.codeCounts.bestRoot(),
                           d.locationSteps.bestRoot()};
     std::vector<TreeWord> tree;
     tree.reserve(d.words.size());
-    size_t packedSize = 0;
-    for (const WordEntry& entry : d.words) {
+    for (const WordEntry& entry : d.words)
         tree.push_back({d.textOf(entry), entry.inTitle, entry.topicCount, 0, 0});
-        packedSize += entry.packed.size();
-    }
-    std::vector<quint32> order(d.words.size());
-    for (quint32 id = 0; id < order.size(); ++id)
-        order[id] = id;
-    std::sort(order.begin(), order.end(),
-              [&](quint32 a, quint32 b) { return SearchOrderLess(tree[a], tree[b]); });
-    std::vector<quint32>().swap(d.slots);
+    const std::vector<quint32> order = SearchOrder(tree);
+    std::vector<quint64>().swap(d.slots);
 
-    QByteArray file(kHeaderSize, '\0');
-    // The scale-and-root code with the best roots takes no more room than the packed 7-bit
-    // groups; the leaves take about 24 bytes a word.
-    file.reserve(kHeaderSize + qsizetype(packedSize + 24 * d.words.size()));
+    // Each word's location codes take the place of its packed places, a stretch of words a
+    // thread, so the index never needs room for both.
+    const std::vector<size_t> stretches = d.stretches(order, std::max(threads, 1));
+    const auto encode = [&](size_t stretch) {
+        QByteArray codes;
+        for (size_t i = stretches[stretch]; i < stretches[stretch + 1]; ++i) {
+            WordEntry& entry = d.words[order[i]];
+            codes.resize(0); // keeps its room for the next word
+            d.appendLocationCodes(codes, entry, roots);
+            entry.packed = std::vector<quint8>(codes.cbegin(), codes.cend());
+            tree[order[i]].codesSize = quint32(codes.size());
+        }
+    };
+    std::vector<std::thread> encoders;
+    for (size_t stretch = 1; stretch + 1 < stretches.size(); ++stretch)
+        encoders.emplace_back(encode, stretch);
+    encode(0);
+    for (std::thread& encoder : encoders)
+        encoder.join();
+
     std::vector<TreeWord> sorted;
     sorted.reserve(tree.size());
+    quint32 offset = kHeaderSize;
     for (quint32 id : order) {
-        TreeWord word = tree[id];
-        word.codesOffset = quint32(file.size());
-        d.appendLocationCodes(file, d.words[id], roots);
-        word.codesSize = quint32(file.size()) - word.codesOffset;
-        sorted.push_back(word);
+        sorted.push_back(tree[id]);
+        sorted.back().codesOffset = offset;
+        offset += sorted.back().codesSize;
     }
     std::vector<TreeWord>().swap(tree);
-    const WordTreeShape shape = AppendWordTree(file, sorted);
-    d.writeHeader(file, shape, roots);
+    QByteArray leaves;
+    const WordTreeShape shape = AppendWordTree(leaves, offset, sorted);
+    QByteArray header(kHeaderSize, '\0');
+    d.writeHeader(header, shape, roots);
+
+    write(header);
+    for (quint32 id : order) {
+        std::vector<quint8>& codes = d.words[id].packed;
+        write(QByteArrayView(codes.data(), qsizetype(codes.size())));
+        std::vector<quint8>().swap(codes);
+    }
+    write(leaves);
+}
+
+QByteArray FullTextIndex::finish() {
+    QByteArray file;
+    finish([&file](QByteArrayView piece) { file += piece; }, 1);
     return file;
+}
+
+// Where each thread's stretch of the ordered words starts, cut so the stretches hold about
+// the same number of packed bytes; the last entry is the end.
+std::vector<size_t> FullTextIndex::Data::stretches(const std::vector<quint32>& order,
+                                                   int count) const {
+    quint64 total = 0;
+    for (const WordEntry& entry : words)
+        total += entry.packed.size();
+    std::vector<size_t> starts{0};
+    quint64 reached = 0;
+    for (size_t i = 0; i < order.size(); ++i) {
+        if (reached >= total * starts.size() / quint64(count) && i > starts.back() &&
+            int(starts.size()) < count)
+            starts.push_back(i);
+        reached += words[order[i]].packed.size();
+    }
+    starts.push_back(order.size());
+    return starts;
 }
 
 } // namespace qmr::chm

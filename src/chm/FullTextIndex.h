@@ -1,11 +1,15 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace qmr::chm {
+
+struct TopicWords;
 
 // The full-text search index of a book ($FIftiMain): every word of every topic with where it
 // stands, so a reader's search finds the topics holding a word. Words are stored in the book's
@@ -23,11 +27,21 @@ class FullTextIndex {
     // not above the one before is left out. Title words are indexed twice: with the text, and
     // as title words for a reader's "titles only" search.
     void addTopic(quint32 topicNumber, const QString& title, const QString& text);
+    // The same with the topic's words gathered beforehand (TopicWordCollector, in the book's
+    // code page), as the compiler does on the threads that read the pages.
+    void addTopic(quint32 topicNumber, const TopicWords& words);
 
-    // The $FIftiMain file; empty when no topic held a word to index (a book then packs no
-    // $FIftiMain, as a reader's search would stumble over an index without words). Called
-    // once, after the last topic. Memory stays well below the text's own size: the places of
-    // the words are kept packed as they arrive.
+    // True when no topic held a word to index: a book then packs no $FIftiMain, as a reader's
+    // search would stumble over an index without words.
+    bool isEmpty() const;
+
+    // Writes the $FIftiMain file through `write`, a piece at a time, the header first; nothing
+    // when the index is empty. Called once, after the last topic. Memory stays well below the
+    // text's own size: the places of the words are kept packed as they arrive, and each word's
+    // location codes take the place of its packed places. `threads` threads write the codes;
+    // the bytes are the same for any number.
+    void finish(const std::function<void(QByteArrayView)>& write, int threads);
+    // The whole file; empty when the index is.
     QByteArray finish();
 
   private:

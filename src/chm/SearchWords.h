@@ -44,8 +44,11 @@ class SearchWordBreaker {
   private:
     enum class CharKind { Separator, WordPart, EastAsian };
     CharKind kindOf(char32_t c) const;
-    // The lower-case form of `c` in the code page; false when the code page lacks it.
+    // Appends the lower-case form of `c` in the code page to `out`; false when the code page
+    // lacks it.
     bool encodeLower(char32_t c, QByteArray& out);
+    void takeNonAscii(char32_t c, quint32& location, const WordSink& take);
+    void appendToWord(const char* bytes, qsizetype size);
     void endWord(quint32& location, const WordSink& take);
     void endEastAsianRun(quint32& location, const WordSink& take);
     std::vector<int> dictionaryWords();
@@ -57,7 +60,10 @@ class SearchWordBreaker {
     CodePage m_codePage;
     std::vector<quint32>
         m_encodedBmp; // per code point: 0 unknown, 1 lacking, else length<<24 | bytes
-    QByteArray m_word;
+    // The word being read, in the code page; a word grown beyond kLongestWord is only counted.
+    char m_word[kLongestWord + 1];
+    qsizetype m_wordLength = 0;
+    QByteArray m_encoded;               // one character's bytes, while it is encoded
     QByteArray m_run;                   // the encoded characters of a Chinese or Japanese run
     std::vector<qsizetype> m_runStarts; // where each of them starts in m_run
     QString m_runText;                  // the run as it stands in the text

@@ -4,8 +4,6 @@
 
 #include "platform/CodePage.h"
 
-#include <QRegularExpression>
-
 namespace qmr::chm {
 
 namespace {
@@ -48,8 +46,11 @@ TopicFinder::TopicFinder(const QList<BookTopic>& topics) {
 QString TopicFinder::key(const QString& local) {
     QString path = local;
     path.replace(QLatin1Char('\\'), QLatin1Char('/'));
-    const qsizetype cut = path.indexOf(QRegularExpression(QStringLiteral("[#?]")));
-    if (cut >= 0) path.truncate(cut);
+    for (qsizetype i = 0; i < path.size(); ++i)
+        if (path[i] == u'#' || path[i] == u'?') {
+            path.truncate(i);
+            break;
+        }
     while (path.startsWith(QLatin1String("./")))
         path.remove(0, 2);
     if (!path.startsWith(QLatin1Char('/'))) path.prepend(QLatin1Char('/'));

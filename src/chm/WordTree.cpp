@@ -142,8 +142,8 @@ void AppendLeaf(QByteArray& file, const std::vector<TreeWord>& words, size_t fir
 }
 
 // Appends the index nodes above `children`; returns the nodes made, each with its last word.
-std::vector<ChildNode> AppendIndexLevel(QByteArray& file, const std::vector<ChildNode>& children,
-                                        quint32 nodeSize) {
+std::vector<ChildNode> AppendIndexLevel(QByteArray& file, quint32 fileOffset,
+                                        const std::vector<ChildNode>& children, quint32 nodeSize) {
     std::vector<ChildNode> parents;
     for (size_t first = 0; first < children.size();) {
         const size_t end = IndexNodeEnd(children, first, nodeSize);
@@ -158,7 +158,7 @@ std::vector<ChildNode> AppendIndexLevel(QByteArray& file, const std::vector<Chil
         }
         qToLittleEndian(quint16(start + nodeSize - file.size()), file.data() + start);
         PadNode(file, start, nodeSize);
-        parents.push_back({quint32(start), children[end - 1].lastWord});
+        parents.push_back({fileOffset + quint32(start), children[end - 1].lastWord});
         first = end;
     }
     return parents;
@@ -187,7 +187,8 @@ bool SearchOrderLess(const TreeWord& a, const TreeWord& b) {
     return !a.inTitle && b.inTitle;
 }
 
-WordTreeShape AppendWordTree(QByteArray& file, const std::vector<TreeWord>& words) {
+WordTreeShape AppendWordTree(QByteArray& file, quint32 fileOffset,
+                             const std::vector<TreeWord>& words) {
     WordTreeShape shape;
     shape.nodeSize = kUsualNodeSize;
     std::vector<size_t> starts = PlanLeaves(words, shape.nodeSize);
@@ -198,11 +199,11 @@ WordTreeShape AppendWordTree(QByteArray& file, const std::vector<TreeWord>& word
     }
 
     std::vector<ChildNode> level;
-    const quint32 firstLeaf = quint32(file.size());
+    const quint32 firstLeaf = fileOffset + quint32(file.size());
     for (size_t i = 0; i < starts.size(); ++i) {
         const bool last = i + 1 == starts.size();
         const size_t end = last ? words.size() : starts[i + 1];
-        const quint32 offset = quint32(file.size());
+        const quint32 offset = fileOffset + quint32(file.size());
         const quint32 next = last ? 0 : offset + shape.nodeSize;
         AppendLeaf(file, words, starts[i], end, next, shape.nodeSize, shape.lastLeafFreeSpace);
         level.push_back({offset, end > starts[i] ? words[end - 1].text : QByteArrayView()});
@@ -211,7 +212,7 @@ WordTreeShape AppendWordTree(QByteArray& file, const std::vector<TreeWord>& word
     shape.depth = 1;
     shape.rootOffset = firstLeaf;
     while (level.size() > 1) {
-        level = AppendIndexLevel(file, level, shape.nodeSize);
+        level = AppendIndexLevel(file, fileOffset, level, shape.nodeSize);
         ++shape.depth;
         shape.rootOffset = level.front().offset;
     }

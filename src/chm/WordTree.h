@@ -24,12 +24,14 @@ struct WordTreeShape {
     quint32 lastLeafFreeSpace = 0;
 };
 
-// Appends the leaves of the word tree to `file`, then its index nodes, the root last. `words`
+// Appends the leaves of the word tree to `file`, then its index nodes, the root last; offsets
+// in the tree count from `fileOffset`, where `file` stands in the index file. `words`
 // are in the order the readers search them (see SearchOrderLess), a word's title entry right
 // after its other entry. Both readers of the tree step down a tree of more than two levels
 // wrongly, so the nodes grow beyond the usual 4096 bytes when one index node could not name
 // every leaf.
-WordTreeShape AppendWordTree(QByteArray& file, const std::vector<TreeWord>& words);
+WordTreeShape AppendWordTree(QByteArray& file, quint32 fileOffset,
+                             const std::vector<TreeWord>& words);
 
 // The order of words in the tree: bytes compared as the readers compare them (ASCII letters
 // without regard to case), then the bytes themselves, then the entry of titles after the other.

@@ -103,5 +103,18 @@ TEST_F(BookFilesTest, ListedFilesMustExist) {
     EXPECT_TRUE(errors[2].contains(u"the contents file \"toc.hhc\" is not a file"));
 }
 
+// Where a folder holds names that differ only in case, the exact one is taken, else the first
+// in code-point order.
+TEST_F(BookFilesTest, NamesDifferingInCaseTakeTheExactOneElseTheFirst) {
+    for (const char* name : {"pic.png", "Pic.png", "PIC.png"})
+        write(QByteArray("shots/") + name, name);
+    write("Index.hhp", "[OPTIONS]\nCompiled file=out.chm\n[FILES]\nSHOTS/pic.PNG\nshots/Pic.png\n"
+                       "Shots/pic.png\n");
+    CompileLog log;
+    EXPECT_EQ(GatherBookFiles(project(), log),
+              QStringList({"shots/PIC.png", "shots/Pic.png", "shots/pic.png"}));
+    EXPECT_EQ(log.lines(), QStringList());
+}
+
 } // namespace
 } // namespace qmr::chm

@@ -1,13 +1,14 @@
-// Books with our full-text index, searched by a reader we did not write (chmlib's Python
-// module, as Debian's python3-chm ships it).
+// Books made by the compiler, searched by a reader we did not write (chmlib's Python module, as
+// Debian's python3-chm ships it).
 
-#include "chm/FullTextIndex.h"
+#include "chm/ChmCompiler.h"
 
-#include "chm/PlainBook.h"
 #include "platform/CodePage.h"
+#include "support/BookReaders.h"
 #include "support/TempFolder.h"
 
 #include <QFile>
+#include <QProcess>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -16,6 +17,46 @@ using namespace qmr::chm;
 using namespace qmr::test;
 
 namespace {
+
+const char kPython[] = "/usr/bin/python3";
+
+bool PychmAvailable() {
+    QProcess python;
+    python.start(QString::fromLatin1(kPython),
+                 {QStringLiteral("-c"), QStringLiteral("import chm.chm")});
+    return python.waitForFinished(30000) && python.exitStatus() == QProcess::NormalExit &&
+           python.exitCode() == 0;
+}
+
+// A Python search with chmlib's module: the titles of the topics found, sorted and decoded
+// from `codePage`; the query is encoded in it, as a user of the book's language types it.
+QStringList SearchWithPychm(const QString& book, const QString& word, const QString& codePage,
+                            bool wholeWords, bool titlesOnly, QString* error) {
+    const qmr::CodePage encoding(codePage);
+    const QString script = QStringLiteral(
+        "import sys\n"
+        "from chm import chm\n"
+        "f = chm.CHMFile()\n"
+        "if not f.LoadCHM(sys.argv[1].encode()): sys.exit('cannot open the book')\n"
+        "found = f.Search(bytes.fromhex(sys.argv[2]), int(sys.argv[3]), int(sys.argv[4]))\n"
+        "for t in sorted(found[1] if found else []):\n"
+        "    print((t if isinstance(t, bytes) else t.encode('latin-1')).hex())\n");
+    QProcess python;
+    python.start(QString::fromLatin1(kPython),
+                 {QStringLiteral("-c"), script, book,
+                  QString::fromLatin1(encoding.encode(word).toHex()),
+                  QString::number(wholeWords ? 1 : 0), QString::number(titlesOnly ? 1 : 0)});
+    if (!python.waitForFinished(60000) || python.exitStatus() != QProcess::NormalExit ||
+        python.exitCode() != 0) {
+        *error = QString::fromUtf8(python.readAllStandardError());
+        return {};
+    }
+    QStringList titles;
+    for (const QByteArray& line : python.readAllStandardOutput().split('\n'))
+        if (!line.isEmpty()) titles << encoding.decode(QByteArray::fromHex(line));
+    titles.sort();
+    return titles;
+}
 
 struct Page {
     QString title;
@@ -29,27 +70,36 @@ class BookSearch : public ::testing::Test {
             GTEST_SKIP() << "python3-chm is not installed: the books cannot be searched";
     }
 
-    // Returns the book's full-text index.
+    // Compiles a book of `pages`, each saved in the book's code page, and returns its
+    // full-text index as chmlib extracts it.
     QByteArray makeBook(quint32 language, const QString& codePage, const std::vector<Page>& pages) {
         m_codePage = codePage;
-        FullTextIndex index(language);
-        std::vector<PlainBookTopic> topics;
         const qmr::CodePage encoding(codePage);
+        const QString folder = m_folder.path() + codePage + QLatin1Char('/');
+        QByteArray files;
         for (size_t i = 0; i < pages.size(); ++i) {
-            index.addTopic(quint32(i), pages[i].title, pages[i].text);
-            topics.push_back({QByteArray("page") + QByteArray::number(qulonglong(i)) + ".html",
-                              encoding.encode(pages[i].title)});
+            const QByteArray name = "page" + QByteArray::number(qulonglong(i)) + ".html";
+            m_folder.write(codePage + QLatin1Char('/') + QString::fromLatin1(name),
+                           "<html><head><meta charset=\"" + codePage.toLatin1() + "\"><title>" +
+                               encoding.encode(pages[i].title) + "</title></head><body><p>" +
+                               encoding.encode(pages[i].text) + "</p></body></html>");
+            files += name + "\r\n";
         }
-        const QByteArray fullText = index.finish();
-        const QByteArray book = MakePlainBook(topics, fullText, language);
-        m_book = m_folder.write(QStringLiteral("book.chm"), book);
+        m_folder.write(codePage + QStringLiteral("/book.hhp"),
+                       "[OPTIONS]\r\nCompiled file=book.chm\r\nFull-text search=Yes\r\n"
+                       "Default topic=page0.html\r\nLanguage=0x" +
+                           QByteArray::number(language, 16) + "\r\n[FILES]\r\n" + files);
+        m_book = folder + QStringLiteral("book.chm");
+        CompileLog log;
+        CompileOptions options;
+        options.outputPath = m_book;
+        EXPECT_TRUE(CompileHelpProject(folder + QStringLiteral("book.hhp"), options, log))
+            << log.lines().join(u'\n').toStdString();
         // QMR_KEEP_BOOKS=folder keeps a copy of each book, to open it in a viewer by hand.
         const QString keep = qEnvironmentVariable("QMR_KEEP_BOOKS");
-        if (!keep.isEmpty()) {
-            QFile copy(keep + QStringLiteral("/%1.chm").arg(codePage));
-            if (copy.open(QIODevice::WriteOnly)) copy.write(book);
-        }
-        return fullText;
+        if (!keep.isEmpty()) QFile::copy(m_book, keep + QStringLiteral("/%1.chm").arg(codePage));
+        EXPECT_TRUE(ExtractWithChmLib(m_book, folder + QStringLiteral("files")));
+        return ReadBytes(folder + QStringLiteral("files/$FIftiMain"));
     }
 
     QStringList search(const QString& word, bool wholeWords = false, bool titlesOnly = false) {

@@ -7,7 +7,9 @@
 
 #include <QDir>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QSet>
+#include <QTimeZone>
 
 #include <gtest/gtest.h>
 
@@ -178,4 +180,119 @@ TEST(ChmCompiler, AMissingFileIsAnErrorAndNoBook) {
     CompileLog noProject;
     EXPECT_FALSE(CompileHelpProject(folder.path() + "none.hhp", {}, noProject));
     EXPECT_TRUE(noProject.lines().join('\n').contains(QLatin1String("none.hhp")));
+}
+
+namespace {
+
+// The NUL-ended string at `offset` of #STRINGS.
+QByteArray StringAt(const QByteArray& strings, quint32 offset) {
+    return strings.mid(offset, strings.indexOf('\0', offset) - offset);
+}
+
+quint32 U32At(const QByteArray& bytes, qsizetype at) {
+    return quint32(uchar(bytes[at])) | quint32(uchar(bytes[at + 1])) << 8 |
+           quint32(uchar(bytes[at + 2])) << 16 | quint32(uchar(bytes[at + 3])) << 24;
+}
+
+} // namespace
+
+// The e-book build names index.html even when the scrapbook has none; the book must still open
+// on a page: the first page of the contents file that it holds (the contents' first entry names
+// the missing page itself), else the first topic. chmlib reads back #SYSTEM and the window.
+TEST(ChmCompiler, AMissingDefaultTopicGivesWayToTheFirstPageOfTheContents) {
+    if (!test::ProgramAvailable(QStringLiteral("extract_chmLib")))
+        GTEST_SKIP() << "chmlib is not installed";
+    const test::TempFolder folder;
+    WriteProject(folder, "0x409 English (United States)", "windows-1252", "Home", {"Alpha", "Zulu"},
+                 {"style.css", "data/20240102000000/index.html", "data/20240101000000/index.html"});
+    folder.write("data/20240102000000/index.html", "<title>Second</title>beta");
+    QFile::remove(folder.path() + "index.html");
+    const QString page = QStringLiteral("data/20240101000000/index.html");
+    for (const bool withContents : {true, false}) {
+        if (!withContents)
+            folder.write("Index.hhp", test::ReadBytes(folder.path() + "Index.hhp")
+                                          .replace("Contents file=Index.hhc\r\n", ""));
+        const QString expected =
+            withContents ? page : QStringLiteral("data/20240102000000/index.html");
+        SCOPED_TRACE(expected.toStdString());
+        const QString book = folder.path() + QStringLiteral("book.chm");
+        CompileLog log;
+        ASSERT_TRUE(CompileHelpProject(folder.path() + "Index.hhp", {book, 2, {}, {}, {}, {}}, log))
+            << log.lines().join('\n').toStdString();
+        EXPECT_TRUE(log.lines().contains(
+            QStringLiteral(
+                "Warning: %1Index.hhp: the default topic \"index.html\" is not a file of "
+                "the book; it opens on %2 instead (name an existing page in the "
+                "project's \"Default topic=\")")
+                .arg(folder.path(), expected)))
+            << log.lines().join('\n').toStdString();
+
+        const QString files = folder.path() + QStringLiteral("files");
+        auto system = SystemEntries(book, files);
+        EXPECT_EQ(system[2], expected.toUtf8() + '\0');
+        const QByteArray windows = test::ReadBytes(files + "/#WINDOWS");
+        const QByteArray strings = test::ReadBytes(files + "/#STRINGS");
+        ASSERT_EQ(windows.size(), 8 + 0xC4);
+        EXPECT_EQ(StringAt(strings, U32At(windows, 8 + 0x68)), expected.toUtf8()) << "default";
+        EXPECT_EQ(StringAt(strings, U32At(windows, 8 + 0x6C)), expected.toUtf8()) << "home";
+        EXPECT_EQ(test::ReadBytes(files + '/' + expected),
+                  test::ReadBytes(folder.path() + expected));
+    }
+}
+
+// The same project makes the same bytes on one thread (reading done by the packing thread
+// itself) and on several: more files than the workers read ahead and several LZX intervals.
+TEST(ChmCompiler, TheBookIsTheSameForAnyNumberOfThreads) {
+    const test::TempFolder folder;
+    QList<QByteArray> files{"index.html"};
+    for (int i = 0; i < 70; ++i) {
+        const QByteArray id = QByteArray::number(20240101000000LL + i);
+        QByteArray page = "<html><head><title>Page " + id + "</title></head><body>";
+        for (int p = 0; p < 40; ++p)
+            page += "<p>Paragraph " + QByteArray::number(p * i) + " of page " + id +
+                    " with <a href=\"../20240101000000/index.html\">a link</a>.</p>";
+        folder.write("data/" + id + "/index.html", page + "<img src=\"p.png\"></body></html>");
+        QByteArray picture(2000 + 50 * i, Qt::Uninitialized); // noise: it stays large
+        QRandomGenerator(quint32(i))
+            .fillRange(reinterpret_cast<quint32*>(picture.data()), picture.size() / 4);
+        folder.write("data/" + id + "/p.png", picture);
+        files.append("data/" + id + "/index.html");
+    }
+    WriteProject(folder, "0x409 English (United States)", "windows-1252", "Home", {"Alpha", "Zulu"},
+                 files);
+    QByteArray first;
+    for (int jobs : {1, 2, 5}) {
+        const QString book = folder.path() + QStringLiteral("book%1.chm").arg(jobs);
+        CompileOptions options{
+            book, jobs, {}, QDateTime(QDate(2024, 5, 1), QTime(12, 0), QTimeZone::utc()), {}, {}};
+        CompileLog log;
+        ASSERT_TRUE(CompileHelpProject(folder.path() + "Index.hhp", options, log));
+        const QByteArray bytes = test::ReadBytes(book);
+        EXPECT_GT(bytes.size(), 2 * 65536);
+        if (first.isEmpty())
+            first = bytes;
+        else
+            EXPECT_TRUE(bytes == first) << jobs << " threads";
+    }
+}
+
+// A contents file too large to be read ahead is packed from disk, and the pages only it names
+// are still packed.
+TEST(ChmCompiler, PagesNamedOnlyByALargeContentsFileArePacked) {
+    if (!test::ProgramAvailable(QStringLiteral("enum_chmLib")))
+        GTEST_SKIP() << "chmlib is not installed";
+    const test::TempFolder folder;
+    WriteProject(folder, "0x409 English (United States)", "windows-1252", "Home", {"Alpha", "Zulu"},
+                 {"index.html"});
+    QByteArray contents = test::ReadBytes(folder.path() + "Index.hhc");
+    contents.insert(contents.indexOf("<UL>"), "<!-- " + QByteArray(3 << 20, '-') + " -->\r\n");
+    folder.write("Index.hhc", contents.replace("data/20240101000000/", "only/"));
+    folder.write("only/index.html", "<title>Only in the contents</title>");
+    const QString book = folder.path() + QStringLiteral("book.chm");
+    CompileLog log;
+    ASSERT_TRUE(CompileHelpProject(folder.path() + "Index.hhp", {book, 2, {}, {}, {}, {}}, log))
+        << log.lines().join('\n').toStdString();
+    const QStringList listing = test::ChmLibListing(book);
+    EXPECT_TRUE(listing.contains(QStringLiteral("/only/index.html")));
+    EXPECT_TRUE(listing.contains(QStringLiteral("/Index.hhc")));
 }

@@ -73,6 +73,11 @@ TEST(SearchWords, ChineseRunsGiveEachCharacterAndTheDictionaryWords) {
     EXPECT_EQ(Break(QStringLiteral("windows-936"), QStringLiteral("\u4E2D\u6587\u3002\u6587")),
               (Words{{"\xD6\xD0", 0}, {"\xD6\xD0\xCE\xC4", 0}, {"\xCE\xC4", 1}, {"\xCE\xC4", 2}}));
 
+    // ASCII words end a run and a run ends them, with or without blanks between.
+    EXPECT_EQ(
+        Break(QStringLiteral("windows-950"), QStringLiteral("ab\u4E2D\u6587Cd")),
+        (Words{{"ab", 0}, {"\xA4\xA4", 1}, {"\xA4\xA4\xA4\xE5", 1}, {"\xA4\xE5", 2}, {"cd", 3}}));
+
     // Kana are runs too; Chinese in a Western book is not indexed at all.
     EXPECT_EQ(Break(QStringLiteral("windows-932"), QStringLiteral("\u304B\u306A")).size(), 3u);
     EXPECT_EQ(Break(QStringLiteral("windows-1252"), QStringLiteral("a\u4E2D\u6587b")),
