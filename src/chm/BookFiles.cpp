@@ -12,6 +12,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <optional>
 
 namespace qmr::chm {
 namespace {
@@ -54,6 +55,22 @@ QString JoinInFolder(const QString& folder, const QString& reference) {
 
 QString FolderOf(const QString& path) {
     return path.left(path.lastIndexOf(u'/') + 1);
+}
+
+// `folder` ("" or ending in "/") followed by the relative folder `relative`; nothing when that
+// leads above the book's folder.
+std::optional<QString> JoinFolders(const QString& folder, QStringView relative) {
+    QStringList parts = folder.split(u'/', Qt::SkipEmptyParts);
+    for (QStringView part : relative.tokenize(u'/')) {
+        if (part.isEmpty() || part == u".") continue;
+        if (part != u"..")
+            parts.append(part.toString());
+        else if (parts.isEmpty())
+            return std::nullopt;
+        else
+            parts.removeLast();
+    }
+    return parts.isEmpty() ? QString() : parts.join(u'/') + u'/';
 }
 
 } // namespace
@@ -182,10 +199,22 @@ FileReferences BookFileGatherer::scan(const QString& path, QByteArrayView bytes)
     Data& d = *m_data;
     FileReferences result;
     QList<Reference> references;
+    QString folder = FolderOf(path);
     switch (KindOf(path)) {
-    case FileKind::Page:
-        references = ScanHtmlReferences(bytes, d.codePage);
+    case FileKind::Page: {
+        QString base;
+        references = ScanHtmlReferences(bytes, d.codePage, &base);
+        if (base.isEmpty()) break;
+        const std::optional<QString> baseFolder = JoinFolders(folder, FolderOf(base));
+        if (!baseFolder) {
+            result.log.warning(path, QStringLiteral("its <base href=\"%1\"> leads out of the "
+                                                    "book, so the files it uses are not packed")
+                                         .arg(base));
+            return result;
+        }
+        folder = *baseFolder;
         break;
+    }
     case FileKind::StyleSheet:
         references = ScanCssReferences(bytes, d.codePage);
         break;
@@ -197,7 +226,6 @@ FileReferences BookFileGatherer::scan(const QString& path, QByteArrayView bytes)
     case FileKind::Other:
         return result;
     }
-    const QString folder = FolderOf(path);
     QSet<QString> missing;
     for (const Reference& reference : references) {
         const QString onDisk = d.lookUp(folder, reference);

@@ -1,5 +1,7 @@
 #include "chm/BookLanguage.h"
 
+#include "platform/CodePage.h"
+
 namespace qmr::chm {
 
 QString CodePageOfLanguage(quint32 languageId) {
@@ -56,6 +58,15 @@ QString CodePageOfLanguage(quint32 languageId) {
     default:
         return QStringLiteral("windows-1252");
     }
+}
+
+quint32 LanguageOfCodePage(const QString& codePageName) {
+    const CodePage system(codePageName);
+    // One language of each code page above, the most used first.
+    for (const quint32 language : {0x404u, 0x804u, 0x411u, 0x412u, 0x41Eu, 0x405u, 0x419u, 0x408u,
+                                   0x41Fu, 0x40Du, 0x401u, 0x425u, 0x42Au})
+        if (system.sameConversionAs(CodePage(CodePageOfLanguage(language)))) return language;
+    return 0x409;
 }
 
 bool IsEastAsianLanguage(quint32 languageId) {

@@ -10,6 +10,11 @@ namespace qmr::chm {
 // A book's titles and keywords are stored in it.
 QString CodePageOfLanguage(quint32 languageId);
 
+// The language of a project without a Language= line on a system whose code page is
+// `codePageName` (any name the converter knows): a language written in that code page, as a
+// Windows compiler takes the system's; English (0x409) for windows-1252 and unknown names.
+quint32 LanguageOfCodePage(const QString& codePageName);
+
 // True for the languages whose text has no blanks between words (Chinese, Japanese, Korean
 // counted in, as the readers' search treats them).
 bool IsEastAsianLanguage(quint32 languageId);

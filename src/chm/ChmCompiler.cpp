@@ -199,7 +199,7 @@ class BookPacker {
 bool CompileHelpProject(const QString& projectPath, const CompileOptions& options,
                         CompileLog& log) {
     HelpProject project;
-    if (!ReadHelpProject(projectPath, project, log)) return false;
+    if (!ReadHelpProject(projectPath, project, log, options.defaultLanguageId)) return false;
     const QString output = options.outputPath.isEmpty() ? project.compiledFile : options.outputPath;
     if (output.isEmpty()) {
         log.error(project.projectPath, 0,

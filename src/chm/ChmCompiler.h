@@ -19,6 +19,7 @@ struct CompileOptions {
     std::function<bool()> cancelled;
     // After each file packed: how many of how many.
     std::function<void(int done, int total)> progress;
+    quint32 defaultLanguageId = 0x409; // for a project without a Language= line
 };
 
 // Compiles an HTML Help project into a book: reads the project, gathers the files it packs,

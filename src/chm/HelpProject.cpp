@@ -56,9 +56,8 @@ bool ParseLanguage(QByteArrayView value, quint32& language) {
 
 // The language line decides how every other text of the project is decoded, so it is found
 // before anything else is read.
-quint32 LanguageOf(const QList<QByteArray>& lines) {
+quint32 LanguageOf(const QList<QByteArray>& lines, quint32 language) {
     Section section = Section::None;
-    quint32 language = 0x409;
     for (const QByteArray& line : lines) {
         const QByteArrayView trimmed = QByteArrayView(line).trimmed();
         if (trimmed.startsWith('[') && trimmed.endsWith(']')) {
@@ -234,7 +233,8 @@ class ProjectReader {
 
 } // namespace
 
-bool ReadHelpProject(const QString& path, HelpProject& project, CompileLog& log) {
+bool ReadHelpProject(const QString& path, HelpProject& project, CompileLog& log,
+                     quint32 defaultLanguage) {
     project = HelpProject();
     const QFileInfo info(path);
     project.projectPath = info.absoluteFilePath();
@@ -248,7 +248,7 @@ bool ReadHelpProject(const QString& path, HelpProject& project, CompileLog& log)
         return false;
     }
     const QList<QByteArray> lines = Lines(file.readAll());
-    project.languageId = LanguageOf(lines);
+    project.languageId = LanguageOf(lines, defaultLanguage);
     const CodePage codePage(CodePageOfLanguage(project.languageId));
     ProjectReader reader(project, log, codePage);
     const int errorsBefore = log.errorCount();

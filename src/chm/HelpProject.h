@@ -54,6 +54,8 @@ struct HelpProject {
 // output, or has a line that cannot be made sense of ([OPTIONS] and [WINDOWS] lines without
 // "=", a flag other than Yes or No, a language that is no number, an unclosed quote) gives
 // errors in `log` naming the file and line; false then.
-bool ReadHelpProject(const QString& path, HelpProject& project, CompileLog& log);
+// Without a Language= line the project is in `defaultLanguage`.
+bool ReadHelpProject(const QString& path, HelpProject& project, CompileLog& log,
+                     quint32 defaultLanguage = 0x409);
 
 } // namespace qmr::chm

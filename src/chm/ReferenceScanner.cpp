@@ -9,6 +9,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <unordered_set>
 
@@ -217,21 +218,34 @@ QString CssCharset(QByteArrayView css) {
 
 } // namespace
 
-QList<Reference> ScanHtmlReferences(QByteArrayView html, const CodePage& fallback) {
+QList<Reference> ScanHtmlReferences(QByteArrayView html, const CodePage& fallback, QString* base) {
     const PageBytes page(html);
     QString charset = page.markedCharset();
     Collector collector;
+    std::optional<QByteArray> baseHref;
     HtmlTokenizer tokens(page.bytes());
     HtmlToken token;
     while (tokens.next(token)) {
         if (token.kind == HtmlToken::Kind::StartTag) {
             if (charset.isEmpty()) charset = QString::fromLatin1(MetaCharset(token));
+            if (!baseHref && token.isStartTag("base"))
+                if (const HtmlToken::Attribute* href = token.attribute("href"))
+                    baseHref = href->value.toByteArray();
             ScanTag(token, collector);
         } else if (token.kind == HtmlToken::Kind::RawText &&
                    EqualsIgnoringAsciiCase(token.rawTextOf, "style")) {
             ScanCss(token.text,
                     [&](QByteArrayView v) { collector.add(v, Collector::Source::Css); });
         }
+    }
+    if (base) base->clear();
+    if (baseHref && !baseHref->trimmed().isEmpty()) {
+        if (HasSchemePrefix(*baseHref)) return {};
+        const CodePage& declared = CodePageOfCharset(charset, fallback);
+        const QString path =
+            CleanReference(ResolveCharacterReferences(declared.decode(*baseHref)), declared).path;
+        if (IsOutsideAddress(path)) return {};
+        if (base) *base = path;
     }
     return collector.references(charset, fallback);
 }

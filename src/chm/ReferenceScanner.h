@@ -17,7 +17,11 @@ namespace qmr::chm {
 // of style="..." attributes and <style> blocks. Values are decoded with the page's declared
 // character set (else as UTF-8 when they are UTF-8, else with `fallback`), character
 // references resolved. Addresses with a scheme are left out.
-QList<Reference> ScanHtmlReferences(QByteArrayView html, const CodePage& fallback);
+// The references are relative to the folder of the page's first <base href> when it has one:
+// `base` receives that address ("./../../", "pages/x.html"; empty without one). A base with a
+// scheme or an absolute one takes every reference out of the book, so none is returned.
+QList<Reference> ScanHtmlReferences(QByteArrayView html, const CodePage& fallback,
+                                    QString* base = nullptr);
 
 // The files a style sheet uses: url(x), url('x'), url("x"), with blanks or without, and
 // @import "x" / @import url(x); comments skipped. Decoded as UTF-8 when the names are UTF-8,

@@ -1,6 +1,8 @@
 #include "cli/CompileCommand.h"
 
+#include "chm/BookLanguage.h"
 #include "chm/ChmCompiler.h"
+#include "platform/LocalCodePage.h"
 #include "platform/PathSeparators.h"
 
 #include <QDir>
@@ -65,6 +67,7 @@ int CompileCommand::execute(const QStringList& arguments, ConsoleHost&) {
     chm::CompileOptions options;
     options.outputPath = parsed.output;
     options.jobs = parsed.jobs;
+    options.defaultLanguageId = chm::LanguageOfCodePage(LocalCodePage::name());
     chm::CompileLog log;
     QElapsedTimer timer;
     timer.start();

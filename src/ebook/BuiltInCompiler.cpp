@@ -1,7 +1,9 @@
 #include "ebook/BuiltInCompiler.h"
 
 #include "catalogue/TextFiles.h"
+#include "chm/BookLanguage.h"
 #include "chm/ChmCompiler.h"
+#include "platform/LocalCodePage.h"
 #include "platform/PathSeparators.h"
 
 #include <QDir>
@@ -40,6 +42,8 @@ CompileResult RunBuiltInCompiler(BuildHost& host, const QString& projectPath,
     std::atomic<int> done = 0, total = 0;
     chm::CompileOptions options;
     options.outputPath = outputPath;
+    // The e-book's project names no language: its texts are in the local code page.
+    options.defaultLanguageId = chm::LanguageOfCodePage(LocalCodePage::name());
     options.cancelled = [&stop] { return stop.load(); };
     options.progress = [&](int packed, int of) {
         total = of;

@@ -152,6 +152,8 @@ CodePage::CodePage(const QString& name) {
     Converter conv = openConverter(converter);
     if (!conv) return;
     m_name = converter;
+    UErrorCode err = U_ZERO_ERROR;
+    m_conversion = QString::fromLatin1(ucnv_getName(conv.get(), &err));
     m_asciiRuns = passesAsciiThrough(conv.get());
 }
 

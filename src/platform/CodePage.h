@@ -19,6 +19,11 @@ class CodePage {
     bool isValid() const { return !m_name.isEmpty(); }
     // The converter's own name ("windows-950" for "Big5").
     const QString& name() const { return m_name; }
+    // True when both names stand for the same conversion ("cp932" and "Shift_JIS" do not:
+    // the first is Windows's, with its extra characters).
+    bool sameConversionAs(const CodePage& other) const {
+        return isValid() && m_conversion == other.m_conversion;
+    }
 
     QByteArray encode(QStringView text) const;
     // The same bytes, and in `asRead` the text they decode to (each character the code page
@@ -32,6 +37,7 @@ class CodePage {
 
   private:
     QString m_name;
+    QString m_conversion;     // the converter library's own name
     bool m_asciiRuns = false; // ASCII stands for itself and needs no conversion
 };
 

@@ -103,6 +103,25 @@ TEST_F(BookFilesTest, ListedFilesMustExist) {
     EXPECT_TRUE(errors[2].contains(u"the contents file \"toc.hhc\" is not a file"));
 }
 
+// A page's <base href> moves its references: to the book's folder for the saved pages'
+// "./../../", off the book for a web address, and a base above the book is a warning.
+TEST_F(BookFilesTest, ABaseAddressMovesThePagesReferences) {
+    write("Index.hhp", "[OPTIONS]\nCompiled file=out.chm\n[FILES]\n"
+                       "data\\3\\index.html\ndata\\4\\index.html\ndata\\5\\index.html\n");
+    write("data/3/index.html", "<head><base href=\"./../../\"><base href=\"x/\"></head>"
+                               "<img src=\"logo.png\"><a href=\"data/1/bg.gif\">");
+    write("data/4/index.html", "<base href=\"http://example.org/\"><img src=\"logo.png\">");
+    write("data/5/index.html", "<base href=\"../../../\"><img src=\"logo.png\">");
+    write("data/1/bg.gif", "");
+    CompileLog log;
+    EXPECT_EQ(GatherBookFiles(project(), log),
+              QStringList({"data/3/index.html", "data/4/index.html", "data/5/index.html",
+                           "logo.png", "data/1/bg.gif"}));
+    EXPECT_EQ(log.lines(), QStringList({"Warning: data/5/index.html: its <base "
+                                        "href=\"../../../\"> leads out of the book, so the "
+                                        "files it uses are not packed"}));
+}
+
 // Where a folder holds names that differ only in case, the exact one is taken, else the first
 // in code-point order.
 TEST_F(BookFilesTest, NamesDifferingInCaseTakeTheExactOneElseTheFirst) {

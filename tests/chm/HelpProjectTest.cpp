@@ -1,5 +1,7 @@
 #include "chm/HelpProject.h"
 
+#include "chm/BookLanguage.h"
+
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +11,24 @@ namespace {
 
 QByteArray Golden(const char* name) {
     return test::ReadBytes(QStringLiteral(QMR_GOLDEN_DIR "/ebook/") + QLatin1String(name));
+}
+
+// A project without a Language= line is in the language of the system's code page, as the
+// e-book build's projects are.
+TEST(HelpProject, WithoutALanguageLineTheSystemsCodePageDecides) {
+    test::TempFolder folder;
+    const QString path = folder.write(QStringLiteral("Index.hhp"),
+                                      "[OPTIONS]\nCompiled file=a.chm\nTitle=\xB4\xFA\n");
+    HelpProject project;
+    CompileLog log;
+    ASSERT_TRUE(ReadHelpProject(path, project, log, LanguageOfCodePage(QStringLiteral("Big5"))));
+    EXPECT_EQ(project.languageId, 0x404u);
+    EXPECT_EQ(project.title, QString::fromUtf8("測"));
+    EXPECT_EQ(LanguageOfCodePage(QStringLiteral("GB2312")), 0x804u);
+    EXPECT_EQ(LanguageOfCodePage(QStringLiteral("cp932")), 0x411u);
+    EXPECT_EQ(LanguageOfCodePage(QStringLiteral("windows-1251")), 0x419u);
+    EXPECT_EQ(LanguageOfCodePage(QStringLiteral("windows-1252")), 0x409u);
+    EXPECT_EQ(LanguageOfCodePage(QStringLiteral("no such code page")), 0x409u);
 }
 
 // The three projects the e-book build writes, read back field by field.

@@ -18,7 +18,7 @@ QStringList Paths(const QList<Reference>& references) {
 // references to the page itself left out.
 TEST(ReferenceScanner, FindsEveryKindOfReferenceInPages) {
     const QByteArray html =
-        "<html><head><base href=\"http://example.org/\"><link rel=stylesheet href=a.css>"
+        "<html><head><base href=\"./../&#46;./\"><link rel=stylesheet href=a.css>"
         "<style>@import \"b.css\"; @import url( 'c.css' ); div{background:url(d.png)}"
         "/* url(no.png) */</style><script src=\"e.js\"></script></head>"
         "<body background='f.gif'><a href=\"g.html#top\">g</a><a href=#x>x</a>"
@@ -32,7 +32,9 @@ TEST(ReferenceScanner, FindsEveryKindOfReferenceInPages) {
         "<a href=\"sub\\v.html\"><img src=\"%E4%B8%AD.png\"><img src=\"%B4%FA.png\">"
         "<img src=\"x&#46;png\"><a href=\"w.html\"><img src=a.css><img src=\"unclosed.png>"
         "<video poster=y.jpg><source src=z.mp4></video>";
-    EXPECT_EQ(Paths(ScanHtmlReferences(html, CodePage(QStringLiteral("Big5")))),
+    const CodePage big5(QStringLiteral("Big5"));
+    QString base;
+    EXPECT_EQ(Paths(ScanHtmlReferences(html, big5, &base)),
               QStringList({"a.css",
                            "b.css",
                            "c.css",
@@ -60,6 +62,14 @@ TEST(ReferenceScanner, FindsEveryKindOfReferenceInPages) {
                            "unclosed.png",
                            "y.jpg",
                            "z.mp4"}));
+    EXPECT_EQ(base, u"./../../");
+    // Below a web address or an absolute base, no reference is a file of the book.
+    for (const char* other : {"http://example.org/", "/top/"}) {
+        QByteArray moved = html;
+        moved.replace("./../&#46;./", other);
+        EXPECT_TRUE(ScanHtmlReferences(moved, big5, &base).isEmpty()) << other;
+        EXPECT_TRUE(base.isEmpty());
+    }
 }
 
 // Style sheets: url() in every quoting, @import both ways, comments and strings skipped.
