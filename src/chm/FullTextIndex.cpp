@@ -105,10 +105,12 @@ struct FullTextIndex::Data {
     bool holds(const WordEntry& entry, QByteArrayView word, bool inTitle, quint64 hash) const;
     quint32 wordId(QByteArrayView word, bool inTitle, quint64 hash);
     void growSlots();
+    void prefetchSlot(quint64 hash) const;
+    void prefetchEntry(quint64 hash) const;
     QByteArrayView textOf(const WordEntry& entry) const {
         return QByteArrayView(wordText).sliced(entry.textOffset, entry.textLength);
     }
-    void appendLocationCodes(QByteArray& file, const WordEntry& entry,
+    void appendLocationCodes(std::vector<quint8>& codes, const WordEntry& entry,
                              const WordRoots& roots) const;
     std::vector<size_t> stretches(const std::vector<quint32>& order, int count) const;
     void writeHeader(QByteArray& file, const WordTreeShape& tree, const WordRoots& roots) const;
@@ -176,6 +178,20 @@ void FullTextIndex::Data::growSlots() {
     slots.swap(grown);
 }
 
+// A topic's words lie all over the table, each slot and entry a miss of the cache; so a topic's
+// words are asked for ahead of their turn: first their slots, then, with the slot at hand,
+// their entries.
+void FullTextIndex::Data::prefetchSlot(quint64 hash) const {
+    if (!slots.empty()) __builtin_prefetch(&slots[size_t(hash) & (slots.size() - 1)]);
+}
+
+void FullTextIndex::Data::prefetchEntry(quint64 hash) const {
+    if (slots.empty()) return;
+    const quint64 known = slots[size_t(hash) & (slots.size() - 1)];
+    if (known != 0 && quint32(known) <= words.size())
+        __builtin_prefetch(&words[quint32(known) - 1]);
+}
+
 FullTextIndex::FullTextIndex(quint32 languageId) : m_data(std::make_unique<Data>(languageId)) {}
 
 FullTextIndex::~FullTextIndex() = default;
@@ -190,7 +206,12 @@ void FullTextIndex::addTopic(quint32 topicNumber, const TopicWords& topic) {
     Data& d = *m_data;
     if (d.topicsIndexed > 0 && topicNumber <= d.lastTopic)
         return; // out of order: the location codes could not name it
-    for (const TopicWords::Word& word : topic.words) {
+    constexpr size_t kSlotsAhead = 16, kEntriesAhead = 8;
+    for (size_t i = 0; i < topic.words.size(); ++i) {
+        if (i + kSlotsAhead < topic.words.size()) d.prefetchSlot(topic.words[i + kSlotsAhead].hash);
+        if (i + kEntriesAhead < topic.words.size())
+            d.prefetchEntry(topic.words[i + kEntriesAhead].hash);
+        const TopicWords::Word& word = topic.words[i];
         WordEntry& entry = d.words[d.wordId(topic.text(word), word.inTitle, word.hash)];
         const quint32 step = entry.topicCount == 0 ? topicNumber : topicNumber - entry.lastTopic;
         const QByteArrayView places = topic.places(word);
@@ -210,9 +231,9 @@ void FullTextIndex::addTopic(quint32 topicNumber, const TopicWords& topic) {
     ++d.topicsIndexed;
 }
 
-void FullTextIndex::Data::appendLocationCodes(QByteArray& file, const WordEntry& entry,
+void FullTextIndex::Data::appendLocationCodes(std::vector<quint8>& codes, const WordEntry& entry,
                                               const WordRoots& roots) const {
-    ScaleRootWriter writer(file);
+    ScaleRootWriter writer(codes);
     size_t at = 0;
     while (at < entry.packed.size()) {
         writer.write(Unpack(entry.packed, at), roots.topic);
@@ -281,10 +302,15 @@ void FullTextIndex::finish(const std::function<void(QByteArrayView)>& write, int
     // thread, so the index never needs room for both.
     const std::vector<size_t> stretches = d.stretches(order, std::max(threads, 1));
     const auto encode = [&](size_t stretch) {
-        QByteArray codes;
-        for (size_t i = stretches[stretch]; i < stretches[stretch + 1]; ++i) {
+        std::vector<quint8> codes;
+        const size_t end = stretches[stretch + 1];
+        for (size_t i = stretches[stretch]; i < end; ++i) {
+            // The words come in search order, scattered over memory: their entries, then their
+            // places, are asked for a few words ahead.
+            if (i + 16 < end) __builtin_prefetch(&d.words[order[i + 16]]);
+            if (i + 8 < end) __builtin_prefetch(d.words[order[i + 8]].packed.data());
             WordEntry& entry = d.words[order[i]];
-            codes.resize(0); // keeps its room for the next word
+            codes.clear(); // keeps its room for the next word
             d.appendLocationCodes(codes, entry, roots);
             entry.packed = std::vector<quint8>(codes.cbegin(), codes.cend());
             tree[order[i]].codesSize = quint32(codes.size());

@@ -10,12 +10,14 @@ namespace {
 
 // Elements that sit inside a line of text: no blank is put where they start or end.
 bool IsInline(QByteArrayView name) {
+    if (name.isEmpty() || name.size() > 6) return false; // longer than any of them
     static const QByteArrayView kInline[] = {
         "a",      "abbr",   "b",   "bdi",   "bdo",  "big",  "cite", "code", "data", "dfn",   "em",
         "font",   "i",      "kbd", "label", "mark", "nobr", "q",    "s",    "samp", "small", "span",
         "strike", "strong", "sub", "sup",   "time", "tt",   "u",    "var",  "wbr"};
-    for (QByteArrayView candidate : kInline)
-        if (EqualsIgnoringAsciiCase(name, candidate)) return true;
+    const char first = name[0] >= 'A' && name[0] <= 'Z' ? char(name[0] + ('a' - 'A')) : name[0];
+    for (QByteArrayView candidate : kInline) // the first letter settles most, without a call
+        if (candidate[0] == first && EqualsIgnoringAsciiCase(name, candidate)) return true;
     return false;
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QByteArray>
-
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace qmr::chm {
 
@@ -16,7 +16,7 @@ namespace qmr::chm {
 // can fold it into the loop that calls it.
 class ScaleRootWriter {
   public:
-    explicit ScaleRootWriter(QByteArray& out) : m_out(out) {}
+    explicit ScaleRootWriter(std::vector<std::uint8_t>& out) : m_out(out) {}
     ~ScaleRootWriter() { padToByte(); }
     ScaleRootWriter(const ScaleRootWriter&) = delete;
     ScaleRootWriter& operator=(const ScaleRootWriter&) = delete;
@@ -43,18 +43,14 @@ class ScaleRootWriter {
         // overflow.
         m_pending = (m_pending << count) | bits;
         m_pendingCount += count;
-        if (m_pendingCount < 8) return;
-        char bytes[5];
-        int made = 0;
         while (m_pendingCount >= 8) {
             m_pendingCount -= 8;
-            bytes[made++] = char((m_pending >> m_pendingCount) & 0xFF);
+            m_out.push_back(std::uint8_t(m_pending >> m_pendingCount));
         }
-        m_out.append(bytes, made);
         m_pending &= (std::uint64_t(1) << m_pendingCount) - 1;
     }
 
-    QByteArray& m_out;
+    std::vector<std::uint8_t>& m_out;
     std::uint64_t m_pending = 0; // bits not yet in m_out, the first in the highest place
     int m_pendingCount = 0;
 };
@@ -73,7 +69,7 @@ struct BitLengthCounts {
     std::array<std::uint64_t, 33> counts{};
     void add(std::uint32_t value) { ++counts[BitLength(value)]; }
     void add(const BitLengthCounts& other) {
-        for (size_t i = 0; i < counts.size(); ++i)
+        for (std::size_t i = 0; i < counts.size(); ++i)
             counts[i] += other.counts[i];
     }
     int bestRoot() const;

@@ -77,7 +77,8 @@ quint32 SearchWordBreaker::breakText(QStringView text, quint32 location, const W
             const char lower = unit >= 'A' && unit <= 'Z' ? char(unit + ('a' - 'A')) : char(unit);
             if ((lower >= 'a' && lower <= 'z') || (lower >= '0' && lower <= '9')) {
                 if (!m_runStarts.empty()) endEastAsianRun(location, take);
-                appendToWord(&lower, 1);
+                if (m_wordLength < kLongestWord) m_word[m_wordLength] = lower;
+                ++m_wordLength; // as appendToWord, which is not folded into this loop
             } else {
                 endWord(location, take);
                 if (!m_runStarts.empty()) endEastAsianRun(location, take);

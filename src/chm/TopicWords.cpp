@@ -56,7 +56,9 @@ quint32 TopicWordCollector::localId(QByteArrayView word, bool inTitle) {
             return quint32(m_topic.words.size() - 1);
         }
         const TopicWords::Word& entry = m_topic.words[known - 1];
-        if (entry.hash == hash && entry.inTitle == inTitle && m_topic.text(entry) == word)
+        if (entry.hash == hash && entry.inTitle == inTitle && entry.textLength == word.size() &&
+            std::memcmp(m_topic.texts.constData() + entry.textOffset, word.data(),
+                        size_t(word.size())) == 0)
             return known - 1;
     }
 }

@@ -1,18 +1,28 @@
 #include "chm/ScaleRootCode.h"
 
+#include <QByteArray>
+
 #include <gtest/gtest.h>
 
 using namespace qmr::chm;
 
+namespace {
+
+QByteArray Bytes(const std::vector<std::uint8_t>& out) {
+    return QByteArray(reinterpret_cast<const char*>(out.data()), qsizetype(out.size()));
+}
+
+} // namespace
+
 TEST(ScaleRootCode, WritesTheBitsTheReadersTake) {
     // root 2: 0 -> 0|00, 3 -> 0|11, 4 -> 10|00, 7 -> 10|11, 8 -> 110|000, then padding.
-    QByteArray out;
+    std::vector<std::uint8_t> out;
     {
         ScaleRootWriter writer(out);
         for (quint32 value : {0u, 3u, 4u, 7u, 8u})
             writer.write(value, 2);
     }
-    EXPECT_EQ(out, QByteArray::fromHex("0e2f00"));
+    EXPECT_EQ(Bytes(out), QByteArray::fromHex("0e2f00"));
 
     // root 0: 0 -> 0, 1 -> 10, 2 -> 110|0, 5 -> 1110|01; each record starts on a new byte.
     out.clear();
@@ -27,7 +37,7 @@ TEST(ScaleRootCode, WritesTheBitsTheReadersTake) {
     writer.write(0xFFFFFFFF, 0);  // 32 ones, a 0, 31 ones
     writer.write(0xFFFFFFFF, 32); // a 0, 32 ones
     writer.padToByte();
-    EXPECT_EQ(out.toHex(), "40ce40ffffffff7fffffff7fffffff80");
+    EXPECT_EQ(Bytes(out).toHex(), "40ce40ffffffff7fffffff7fffffff80");
 }
 
 TEST(ScaleRootCode, BestRootWritesFewestBits) {
