@@ -59,6 +59,9 @@ int ExplicitScore(int length, uint32_t offset) {
     return length * kLiteralCost - kMatchCost - footerBits * kFooterBitCost - LengthCost(length);
 }
 
+// Each run of this many fruitless searches makes the step between searches one byte longer.
+constexpr int kMissesPerStep = 4;
+
 int RepeatScore(int length, int repeat) {
     return length * kLiteralCost - kRepeatCost - repeat * 2 - LengthCost(length);
 }
@@ -83,6 +86,7 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, int inputEnd, LzxParse
     out.frameEnds.clear();
     out.frameCounts.assign(size_t((size + kFrameSize - 1) / kFrameSize), SymbolCounts());
 
+    int misses = 0; // positions searched in vain since the last match
     for (int position = 0; position < size;) {
         const int frame = position / kFrameSize;
         const int frameEnd = std::min(size, (frame + 1) * kFrameSize);
@@ -91,8 +95,13 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, int inputEnd, LzxParse
         m_counts = &out.frameCounts[size_t(frame)];
         Candidate match = bestMatch(position, stop, m_search.chainDepth);
         if (match.score <= 0) {
-            addLiteral(position++);
+            // Where nothing has matched for a while (packed index data, pictures) the
+            // search steps over ever more positions, which stay literals.
+            const int step = 1 + (++misses >> kMissesPerStep);
+            for (int end = std::min(position + step, frameEnd); position < end;)
+                addLiteral(position++);
         } else {
+            misses = 0;
             // Lazy matching: a better match one byte on is worth a literal first.
             while (match.length < m_search.lazyLength && position + 1 < stop) {
                 const int depth = match.length >= m_search.goodLength ? m_search.chainDepth / 4
