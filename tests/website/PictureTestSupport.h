@@ -1,11 +1,11 @@
 #pragma once
 
+#include "support/Programs.h"
 #include "support/TempFolder.h"
 
 #include <QByteArray>
 #include <QFile>
 #include <QMap>
-#include <QProcess>
 #include <QSize>
 #include <QStringList>
 
@@ -17,14 +17,12 @@ namespace qmr::test {
 // with the one that made them.
 // Debian's own convert is named in full: a wrapper of the same name may come first on the path.
 inline QByteArray Magick(const QStringList& arguments) {
-    QProcess convert;
     const QString installed = QStringLiteral("/usr/bin/convert");
-    convert.start(QFile::exists(installed) ? installed : QStringLiteral("convert"), arguments);
-    const bool finished = convert.waitForFinished(60000);
-    EXPECT_TRUE(finished && convert.exitCode() == 0)
-        << "convert " << arguments.join(u' ').toStdString() << ": "
-        << convert.readAllStandardError().toStdString();
-    return convert.readAllStandardOutput();
+    const RunResult run =
+        RunProgram(QFile::exists(installed) ? installed : QStringLiteral("convert"), arguments);
+    EXPECT_EQ(run.exitCode, 0) << "convert " << arguments.join(u' ').toStdString() << ": "
+                               << run.err.toStdString();
+    return run.outBytes;
 }
 
 // Draws a picture: `drawing` is ImageMagick's own description of it, the format comes from the
@@ -38,14 +36,12 @@ inline QString MakePicture(const QString& path, QStringList drawing,
 
 // The sizes of the pictures in `folder` by name, read in one go.
 inline QMap<QString, QSize> PictureSizes(const QString& folder) {
-    QProcess identify;
-    identify.setWorkingDirectory(folder);
-    identify.start(
-        QStringLiteral("sh"),
-        {QStringLiteral("-c"), QStringLiteral("identify -ping -format '%f %w %h\\n' *")});
-    identify.waitForFinished(60000);
+    const RunResult identify =
+        RunProgram(QStringLiteral("sh"),
+                   {QStringLiteral("-c"), QStringLiteral("identify -ping -format '%f %w %h\\n' *")},
+                   {}, folder);
     QMap<QString, QSize> sizes;
-    for (const QByteArray& line : identify.readAllStandardOutput().split('\n')) {
+    for (const QByteArray& line : identify.outBytes.split('\n')) {
         const QList<QByteArray> parts = line.split(' ');
         if (parts.size() == 3)
             sizes.insert(QString::fromUtf8(parts[0]), QSize(parts[1].toInt(), parts[2].toInt()));
