@@ -5,10 +5,10 @@
 
 #include "platform/CodePage.h"
 #include "support/BookReaders.h"
+#include "support/Programs.h"
 #include "support/TempFolder.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -21,11 +21,7 @@ namespace {
 const char kPython[] = "/usr/bin/python3";
 
 bool PychmAvailable() {
-    QProcess python;
-    python.start(QString::fromLatin1(kPython),
-                 {QStringLiteral("-c"), QStringLiteral("import chm.chm")});
-    return python.waitForFinished(30000) && python.exitStatus() == QProcess::NormalExit &&
-           python.exitCode() == 0;
+    return RunProgram(QString::fromLatin1(kPython), {"-c", "import chm.chm"}).exitCode == 0;
 }
 
 // A Python search with chmlib's module: the titles of the topics found, sorted and decoded
@@ -41,18 +37,16 @@ QStringList SearchWithPychm(const QString& book, const QString& word, const QStr
         "found = f.Search(bytes.fromhex(sys.argv[2]), int(sys.argv[3]), int(sys.argv[4]))\n"
         "for t in sorted(found[1] if found else []):\n"
         "    print((t if isinstance(t, bytes) else t.encode('latin-1')).hex())\n");
-    QProcess python;
-    python.start(QString::fromLatin1(kPython),
-                 {QStringLiteral("-c"), script, book,
-                  QString::fromLatin1(encoding.encode(word).toHex()),
-                  QString::number(wholeWords ? 1 : 0), QString::number(titlesOnly ? 1 : 0)});
-    if (!python.waitForFinished(60000) || python.exitStatus() != QProcess::NormalExit ||
-        python.exitCode() != 0) {
-        *error = QString::fromUtf8(python.readAllStandardError());
+    const RunResult python = RunProgram(
+        QString::fromLatin1(kPython),
+        {QStringLiteral("-c"), script, book, QString::fromLatin1(encoding.encode(word).toHex()),
+         QString::number(wholeWords ? 1 : 0), QString::number(titlesOnly ? 1 : 0)});
+    if (python.exitCode != 0) {
+        *error = python.err;
         return {};
     }
     QStringList titles;
-    for (const QByteArray& line : python.readAllStandardOutput().split('\n'))
+    for (const QByteArray& line : python.outBytes.split('\n'))
         if (!line.isEmpty()) titles << encoding.decode(QByteArray::fromHex(line));
     titles.sort();
     return titles;

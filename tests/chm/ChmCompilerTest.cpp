@@ -3,13 +3,14 @@
 #include "platform/CodePage.h"
 
 #include "support/BookReaders.h"
+#include "support/Programs.h"
 #include "support/TempFolder.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QSet>
 #include <QTimeZone>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -69,13 +70,6 @@ void WriteProject(const test::TempFolder& folder, const QByteArray& language,
         folder.write(picture, QByteArray("picture ") + picture);
 }
 
-bool RunChmcmd(const QString& folder) {
-    QProcess chmcmd;
-    chmcmd.setWorkingDirectory(folder);
-    chmcmd.start(QStringLiteral("chmcmd"), {QStringLiteral("Index.hhp")});
-    return chmcmd.waitForFinished(120000) && chmcmd.exitCode() == 0;
-}
-
 // The files a reader shows: neither the compiler's own (#..., $..., ::...) nor chmcmd's notice.
 QSet<QString> ContentFiles(const QString& book) {
     QSet<QString> files;
@@ -110,7 +104,8 @@ TEST(ChmCompiler, PacksWhatChmcmdPacksAndWhatItMissesWithTheSameOptions) {
     const test::TempFolder folder;
     WriteProject(folder, "0x409 English (United States)", "windows-1252", "Home", {"Alpha", "Zulu"},
                  {"index.html", "data/20240101000000/index.html"});
-    ASSERT_TRUE(RunChmcmd(folder.path()));
+    ASSERT_EQ(test::RunProgram(QStringLiteral("chmcmd"), {"Index.hhp"}, {}, folder.path()).exitCode,
+              0);
     const QString ours = folder.path() + QStringLiteral("ours.chm");
     CompileLog log;
     ASSERT_TRUE(CompileHelpProject(folder.path() + "Index.hhp", {ours, 2, {}, {}, {}, {}}, log))
@@ -190,8 +185,7 @@ QByteArray StringAt(const QByteArray& strings, quint32 offset) {
 }
 
 quint32 U32At(const QByteArray& bytes, qsizetype at) {
-    return quint32(uchar(bytes[at])) | quint32(uchar(bytes[at + 1])) << 8 |
-           quint32(uchar(bytes[at + 2])) << 16 | quint32(uchar(bytes[at + 3])) << 24;
+    return qFromLittleEndian<quint32>(bytes.constData() + at);
 }
 
 } // namespace

@@ -1,12 +1,13 @@
 #include "chm/ChmWriter.h"
 #include "chm/DataSpace.h"
 
+#include "chm/LzxSamples.h"
 #include "support/BookReaders.h"
 #include "support/TempFolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QRandomGenerator>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -20,11 +21,8 @@ namespace {
 using Files = std::map<QString, QByteArray>;
 
 QByteArray Noise(qsizetype size, quint32 seed) {
-    QRandomGenerator random(seed);
-    QByteArray bytes(size, Qt::Uninitialized);
-    for (char& c : bytes)
-        c = char(random.bounded(256));
-    return bytes;
+    test::SampleRandom random(seed);
+    return test::SampleNoise(random, size);
 }
 
 bool WriteBook(const QString& path, const Files& files, int jobs = 2) {
@@ -62,10 +60,7 @@ void ExpectReadersAgree(const QString& book, const Files& files) {
 }
 
 quint32 DirectoryField(const QString& book, int offset) {
-    const QByteArray bytes = test::ReadBytes(book);
-    const QByteArray field = bytes.mid(0x78 + offset, 4);
-    return quint32(uchar(field[0])) | quint32(uchar(field[1])) << 8 |
-           quint32(uchar(field[2])) << 16 | quint32(uchar(field[3])) << 24;
+    return qFromLittleEndian<quint32>(test::ReadBytes(book).constData() + 0x78 + offset);
 }
 
 } // namespace

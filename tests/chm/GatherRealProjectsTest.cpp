@@ -6,9 +6,6 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <QProcess>
-#include <QSet>
-#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
@@ -30,19 +27,13 @@ QString ProjectOf(const QString& collection, const test::TempFolder& work) {
 // The files a book that chmcmd compiled holds, as 7z lists them, without its internal files.
 QStringList PackedByChmcmd(const HelpProject& project) {
     QDir().mkpath(QFileInfo(project.compiledFile).absolutePath());
-    QProcess compile;
-    compile.setWorkingDirectory(project.folder);
-    compile.start(QStringLiteral("chmcmd"), {QFileInfo(project.projectPath).fileName()});
-    compile.waitForFinished(120000);
-    QProcess list;
-    list.start(QStringLiteral("7z"),
-               {QStringLiteral("l"), QStringLiteral("-slt"), project.compiledFile});
-    list.waitForFinished(60000);
+    test::RunProgram(QStringLiteral("chmcmd"), {QFileInfo(project.projectPath).fileName()}, {},
+                     project.folder);
     QStringList packed;
-    for (const QString& line : QString::fromUtf8(list.readAllStandardOutput()).split(u'\n'))
-        if (line.startsWith(u"Path = ") && !line.contains(u'#') && !line.contains(u'$') &&
-            QFileInfo(project.folder + line.mid(7)).isFile())
-            packed.append(line.mid(7));
+    for (const QString& name : test::BookListing(project.compiledFile))
+        if (!name.contains(u'#') && !name.contains(u'$') &&
+            QFileInfo(project.folder + name).isFile())
+            packed.append(name);
     return packed;
 }
 
@@ -59,8 +50,7 @@ TEST(GatherRealProjects, PacksAtLeastWhatChmcmdPacks) {
     const QStringList files = GatherBookFiles(project, log);
     EXPECT_EQ(log.errorCount(), 0);
     EXPECT_TRUE(files.contains(u"data/20240302103010/garden-terraces.jpg")); // by its style sheet
-    if (QStandardPaths::findExecutable(QStringLiteral("chmcmd")).isEmpty() ||
-        QStandardPaths::findExecutable(QStringLiteral("7z")).isEmpty())
+    if (!test::HasProgram(QStringLiteral("chmcmd")) || !test::HasProgram(QStringLiteral("7z")))
         GTEST_SKIP() << "chmcmd or 7z is not installed";
     const QStringList packed = PackedByChmcmd(project);
     EXPECT_GE(packed.size(), 20);

@@ -4,6 +4,7 @@
 #include "support/BookReaders.h"
 
 #include <QTimeZone>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -139,9 +140,7 @@ TEST(InternalFiles, SystemAndWindowsCarryTheProjectsOptions) {
     const QByteArray windows = files.at("/#WINDOWS");
     ASSERT_EQ(windows.size(), 8 + 0xC4);
     const auto at = [&](int offset) {
-        return quint32(uchar(windows[8 + offset])) | quint32(uchar(windows[9 + offset])) << 8 |
-               quint32(uchar(windows[10 + offset])) << 16 |
-               quint32(uchar(windows[11 + offset])) << 24;
+        return qFromLittleEndian<quint32>(windows.constData() + 8 + offset);
     };
     const std::map<int, quint32> expected{
         {0x00, 0xC4},    {0x08, 11},       {0x0C, 0x126}, {0x10, 0x23520}, {0x14, 16},
@@ -161,8 +160,12 @@ TEST(InternalFiles, ManyKeywordsGetIndexBlocksLevelByLevel) {
                          {quint32(i)},
                          {}});
     const QByteArray btree = MakeKeywordLinks(keywords, 0x409, 1252).btree;
-    const auto u16 = [&](qsizetype at) { return uchar(btree[at]) | uchar(btree[at + 1]) << 8; };
-    const auto u32 = [&](qsizetype at) { return quint32(u16(at)) | quint32(u16(at + 2)) << 16; };
+    const auto u16 = [&](qsizetype at) {
+        return qFromLittleEndian<quint16>(btree.constData() + at);
+    };
+    const auto u32 = [&](qsizetype at) {
+        return qFromLittleEndian<quint32>(btree.constData() + at);
+    };
     const quint32 blocks = u32(0x26);
     ASSERT_EQ(btree.size(), 0x4C + 2048 * qsizetype(blocks));
     EXPECT_EQ(u32(0x1E), blocks - 1) << "the root is the last block";

@@ -1,17 +1,12 @@
 #include "chm/Lzx.h"
 #include "chm/LzxReaders.h"
 #include "chm/LzxSamples.h"
+#include "support/Fuzzing.h"
 
 #include <gtest/gtest.h>
 
 namespace qmr::chm {
 namespace {
-
-int Iterations() {
-    bool ok = false;
-    const int wanted = qEnvironmentVariableIntValue("QMR_FUZZ_ITERATIONS", &ok);
-    return ok && wanted > 0 ? wanted : 2000;
-}
 
 // Pieces of every kind, and copies of earlier pieces near and far, so matches of every length
 // and offset, repeated offsets among them, land on frame and interval boundaries. A quarter of
@@ -47,7 +42,7 @@ QByteArray RandomInput(test::SampleRandom& random) {
 
 // Run longer with QMR_FUZZ_ITERATIONS=100000; a failing case replays from its seed.
 TEST(LzxFuzz, RandomInputsComeBackFromBothReaders) {
-    const int count = Iterations();
+    const int count = test::FuzzIterations(2000);
     for (int seed = 0; seed < count; ++seed) {
         test::SampleRandom random{uint64_t(seed)};
         const LzxSettings settings{15 + int(random() % 7), 1 + int(random() % 4)};

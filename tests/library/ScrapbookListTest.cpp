@@ -1,6 +1,9 @@
 #include "library/ScrapbookList.h"
+#include "library/ScrapbookStore.h"
+#include "library/Session.h"
 
 #include "catalogue/TextFiles.h"
+#include "support/Golden.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
 
@@ -15,7 +18,9 @@ using namespace Qt::StringLiterals;
 namespace qmr {
 namespace {
 
+using test::Golden;
 using test::MakeScrapbook;
+using test::ReadBytes;
 using test::RecordingHost;
 using test::TempFolder;
 
@@ -131,11 +136,64 @@ TEST(ScrapbookList, LoadingAtStartUp) {
     EXPECT_EQ(f.list.selectedRow(), 3);
     EXPECT_EQ(f.list.statusFolder, dogs);
     EXPECT_EQ(f.list.currentFolder, folders.scrapbookSystemFolder);
-    EXPECT_EQ(test::ReadBytes(store), ("Cats*" + cats + "\r\nDogs*" + dogs + "\r\n").toUtf8());
+    EXPECT_EQ(ReadBytes(store), ("Cats*" + cats + "\r\nDogs*" + dogs + "\r\n").toUtf8());
     QFile::remove(store);
     report = LoadAllScrapbooksIntoList(f.list, folders, f.host, dogs);
     EXPECT_TRUE(report.storeProblem.startsWith(store + u" does not exist"_s));
     EXPECT_FALSE(QFileInfo::exists(store));
+}
+
+// Only folders not yet in any line are appended, in the local code page with CR LF; a last
+// line left without its line end keeps its text and the new line starts on a line of its own.
+// Without a store file nothing is written.
+TEST(ScrapbookStore, AddAppendsOnlyNewFolders) {
+    TempFolder app;
+    const QString store = ScrapbookStorePath(app.path());
+    QString message;
+    EXPECT_EQ(AddToScrapbookStore(store, u"Cats"_s, u"/books/Cats/"_s, &message),
+              StoreAddResult::NoStoreFile);
+    EXPECT_FALSE(QFileInfo::exists(store));
+    EXPECT_EQ(message, store + QStringLiteral(" does not exist, so /books/Cats/ was not added to "
+                                              "it. Create it (it may be empty) to keep a list of "
+                                              "your scrapbooks"));
+
+    app.write(u"ScrapBookStore.txt"_s, "Recipes*/books/Recipes/\r\n\xA5\x78\xC6\x57*/books/Taiwan");
+    EXPECT_EQ(AddToScrapbookStore(store, u"Cats"_s, u"/books/Cats/"_s), StoreAddResult::Added);
+    EXPECT_EQ(AddToScrapbookStore(store, u"Again"_s, u"/BOOKS/recipes/"_s, &message),
+              StoreAddResult::AlreadyIn);
+    EXPECT_EQ(message, store + u" already lists /BOOKS/recipes/"_s);
+    EXPECT_EQ(AddToScrapbookStore(store, u"日記"_s, u"/books/日記/"_s), StoreAddResult::Added);
+    // The test is a substring test: a folder inside another line's folder counts as listed.
+    EXPECT_EQ(AddToScrapbookStore(store, u"Cat"_s, u"/books/Cat"_s), StoreAddResult::AlreadyIn);
+    EXPECT_EQ(ReadBytes(store), Golden(u"library/ScrapBookStore.txt"_s));
+}
+
+// The builders' options are those of the scrapbook that is current when they ask, read again
+// once the property page has closed; its GoogleAD box is never kept.
+TEST(Session, OptionsFollowTheCurrentScrapbook) {
+    TempFolder root;
+    const QString compiled = MakeScrapbook(root, u"a"_s, 1, "Compiled");
+    const QString pagesOnly = MakeScrapbook(root, u"b"_s, 1, "Pages only");
+    root.write(u"b/ScrapbookPrj.ini"_s,
+               "[Scrapbook]\r\nScrapbookName=Pages only\r\n[Content]\r\nMakeChmFile=0\r\n");
+    root.write(u"app/Quillmere.ini"_s, "[Language]\r\nLanguage=3\r\n");
+    RecordingHost host;
+    Session session(host, {root.path() + u"app/"_s, root.path() + u"firefox/"_s});
+    EXPECT_EQ(session.options().language, EbookLanguage::ChineseSimplified);
+
+    session.useScrapbook(compiled);
+    session.options().googleAD = true;
+    EXPECT_TRUE(session.options().properties.makeChmFile);
+    EXPECT_EQ(session.displayName(), u"Compiled"_s);
+    session.list.currentFolder = pagesOnly;
+    EXPECT_FALSE(session.options().properties.makeChmFile);
+    EXPECT_FALSE(session.options().googleAD);
+    EXPECT_EQ(session.displayName(), u"Pages only"_s);
+
+    session.options().properties.makeChmFile = true; // edited on the page, then Cancel
+    session.forgetProperties();
+    EXPECT_FALSE(session.options().properties.makeChmFile);
+    EXPECT_TRUE(host.messages.isEmpty());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "platform/FileTimes.h"
 #include "platform/LocalCodePage.h"
 
+#include "support/Fuzzing.h"
 #include "support/TempFolder.h"
 
 #include <QFileInfo>
@@ -54,9 +55,7 @@ TEST_F(LocalCodePageTest, EncodesOneQuestionMarkPerMissingCharacterAndSelectsByF
 // Text of characters the code page holds comes back as it went; the mix of ASCII and
 // double-byte characters is random, so every boundary between runs is met.
 TEST_F(LocalCodePageTest, RandomTextRoundTripsInBig5AndGbk) {
-    const int iterations = qEnvironmentVariableIsSet("QMR_FUZZ_ITERATIONS")
-                               ? qEnvironmentVariableIntValue("QMR_FUZZ_ITERATIONS")
-                               : 3000;
+    const int iterations = test::FuzzIterations(3000);
     const struct {
         const char* page;
         QString alphabet;

@@ -12,8 +12,9 @@ bool HasProgram(const QString& name) {
 }
 
 RunResult RunProgram(const QString& program, const QStringList& arguments,
-                     const QStringList& environment) {
+                     const QStringList& environment, const QString& folder) {
     QProcess process;
+    process.setWorkingDirectory(folder);
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     for (const QString& pair : environment) {
         const qsizetype eq = pair.indexOf(QLatin1Char('='));

@@ -14,9 +14,10 @@ struct RunResult {
     QString err;
     QByteArray outBytes; // standard output as written
 };
-// Runs a program to its end; `environment` adds or replaces "NAME=value" pairs.
+// Runs a program to its end, in `folder` when one is named; `environment` adds or replaces
+// "NAME=value" pairs.
 RunResult RunProgram(const QString& program, const QStringList& arguments,
-                     const QStringList& environment = {});
+                     const QStringList& environment = {}, const QString& folder = {});
 // The quillmere program of this build.
 RunResult RunQuillmereProgram(const QStringList& arguments, const QStringList& environment = {});
 

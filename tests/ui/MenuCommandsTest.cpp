@@ -1,58 +1,49 @@
 #include "WindowTestSupport.h"
 
+#include "support/Programs.h"
+#include "ui/PropertyPage.h"
 #include "ui/SlideShow.h"
 #include "ui/WebsiteScheduleTimer.h"
+#include "ui/WindowHost.h"
 #include "website/WebsiteCommands.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QElapsedTimer>
 #include <QImage>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStackedWidget>
 
 namespace qmr::test {
 namespace {
 
 using MenuCommands = WindowTest;
 
-TEST_F(MenuCommands, EveryCaptionOfTheTableWithAMnemonicOfItsOwn) {
+// Every command has a mnemonic of its own within its menu, and each menu one of its own.
+TEST_F(MenuCommands, EveryCommandHasAMnemonicOfItsOwn) {
     MainWindow& w = start();
-    const QList<QStringList> table = {
-        {u"File"_s, u"Exit"_s},
-        {u"Scrapbook"_s, u"Open Scrapbook Folder"_s, u"Open Content Page"_s,
-         u"Automatic Slider Show Pictures"_s, u"DeleteScrapbook in this List but keep data"_s,
-         u"Scrapbok Property"_s},
-        {u"Ebook"_s, u"Make Ebook"_s, u"Select Ebook Language"_s,
-         u"Open Chm Ebook Output Library"_s},
-        {u"Express Functions"_s, u"Build all websites with all functions"_s,
-         u"Build a website with All functions"_s, u"Create Home Page"_s, u"Create Photo Page"_s,
-         u"Create Icons"_s, u"Create Icons640x480"_s, u"Converter File Folder to Scrapbook"_s,
-         u"Add Scrapbook to MutiScrapbook List"_s, u"Save to MutiScrapbook"_s,
-         u"Schedule Create All Scrapbook's Website"_s, u"Content Post for Forum"_s,
-         u"Create Post for Forum"_s, u"Edit ScrapBookStore.txt "_s, u"Make Video on Html Page"_s,
-         u"Create Windows Media Player List for Video"_s},
-        {u"Help"_s, u"Project Page"_s, u"Forum and Download"_s, u"About"_s}};
-    const QList<QAction*> menus = w.menuBar()->actions();
-    ASSERT_EQ(menus.size(), table.size());
     QSet<QChar> topMnemonics;
-    for (int m = 0; m < table.size(); ++m) {
-        EXPECT_EQ(QString(menus.at(m)->text()).remove(u'&'), table.at(m).first());
-        const QString top = menus.at(m)->text();
-        topMnemonics.insert(top.at(top.indexOf(u'&') + 1).toLower());
-        QStringList captions;
+    const auto mnemonic = [](const QAction* action) {
+        const QString text = action->text();
+        EXPECT_GE(text.indexOf(u'&'), 0) << text.toStdString();
+        return text.at(text.indexOf(u'&') + 1).toLower();
+    };
+    const QList<QAction*> menus = w.menuBar()->actions();
+    for (const QAction* menu : menus) {
+        topMnemonics.insert(mnemonic(menu));
         QSet<QChar> mnemonics;
-        for (const QAction* action : menus.at(m)->menu()->actions()) {
+        for (const QAction* action : menu->menu()->actions()) {
             if (action->isSeparator()) continue;
-            const QString text = action->text();
-            ASSERT_GE(text.indexOf(u'&'), 0) << text.toStdString();
-            EXPECT_FALSE(mnemonics.contains(text.at(text.indexOf(u'&') + 1).toLower()))
-                << text.toStdString();
-            mnemonics.insert(text.at(text.indexOf(u'&') + 1).toLower());
-            captions << QString(text).remove(u'&');
+            const QChar key = mnemonic(action);
+            EXPECT_FALSE(mnemonics.contains(key)) << action->text().toStdString();
+            mnemonics.insert(key);
         }
-        for (const QString& caption : table.at(m).mid(1))
-            EXPECT_TRUE(captions.contains(caption)) << caption.toStdString();
     }
-    EXPECT_EQ(topMnemonics.size(), table.size());
+    EXPECT_EQ(topMnemonics.size(), menus.size());
     EXPECT_EQ(w.command(u"Make Ebook"_s)->shortcut(), QKeySequence(Qt::Key_F9));
 
     // The keyboard alone: Alt+E opens the Ebook menu, and L there the language dialog.
@@ -217,6 +208,116 @@ TEST_F(MenuCommands, FolderConversionJoinsTheListAndTheStore) {
     EXPECT_EQ(w.session().list.count(), 0);
     EXPECT_TRUE(QFile::exists(made + u"scrapbook.rdf"_s));
     EXPECT_TRUE(ReadBytes(app() + u"ScrapBookStore.txt"_s).contains("Trip*"));
+}
+
+using EbookBuild = WindowTest;
+
+TEST_F(EbookBuild, MakeEbookRunsOffTheWindowThreadThenOffersTheBook) {
+    if (!HasProgram(u"chmcmd"_s)) GTEST_SKIP() << "chmcmd (fp-utils) compiles the book";
+    const QString folder = CopyOfExample(root);
+    MainWindow& w = startWith(folder);
+    trigger(u"Make Ebook"_s);
+    ASSERT_TRUE(w.runner().busy());
+    // While it runs, nothing else starts, and the window still answers.
+    EXPECT_FALSE(w.command(u"Make Ebook"_s)->isEnabled());
+    EXPECT_FALSE(w.command(u"Create Icons"_s)->isEnabled());
+    EXPECT_FALSE(w.command(u"Converter File Folder to Scrapbook"_s)->isEnabled());
+    EXPECT_TRUE(w.command(u"About"_s)->isEnabled());
+    EXPECT_EQ(w.findChild<QStackedWidget*>()->currentIndex(), 1);
+    EXPECT_EQ(w.findChild<QProgressBar*>()->maximum(), 0);
+    idle();
+
+    const QStringList lines = log();
+    ASSERT_FALSE(lines.isEmpty());
+    EXPECT_EQ(lines.first(), u"Starting Build Quillmere ebook..."_s);
+    EXPECT_TRUE(lines.contains(u"Creating ebook now...1"_s)); // the compiler's steps are shown
+    EXPECT_EQ(lines.last(), u"ok!"_s);
+    EXPECT_TRUE(lines.filter(u"Make Chm ok! Time="_s).size() == 1);
+    auto* logList = w.findChild<QListWidget*>(u"log"_s);
+    EXPECT_EQ(logList->currentRow(), logList->count() - 1);
+    const QString book = app() + u"chm/Index.chm"_s;
+    EXPECT_TRUE(ReadBytes(book).startsWith("ITSF"));
+    EXPECT_EQ(desktop.opened, QStringList{book});
+    EXPECT_TRUE(desktop.messages.isEmpty()) << desktop.messages.join(u'\n').toStdString();
+    for (const char* caption : {"View Content", "Open Ebook", "View Books List"})
+        EXPECT_TRUE(button(w, QLatin1String(caption))->isEnabled()) << caption;
+
+    button(w, u"Open Ebook"_s)->click();
+    EXPECT_EQ(desktop.opened.size(), 2);
+    button(w, u"View Content"_s)->click();
+    ASSERT_EQ(desktop.opened.size(), 3);
+    EXPECT_TRUE(desktop.opened.last().startsWith(folder + u"data/"_s)); // the marked item's page
+    EXPECT_TRUE(desktop.opened.last().endsWith(u"/index.html"_s));
+    button(w, u"View Books List"_s)->click();
+    EXPECT_TRUE(log().isEmpty());
+    EXPECT_EQ(w.findChild<QStackedWidget*>()->currentIndex(), 0);
+    for (const char* caption : {"View Content", "Open Ebook", "View Books List"})
+        EXPECT_FALSE(button(w, QLatin1String(caption))->isEnabled()) << caption;
+    EXPECT_TRUE(button(w, u"Show Scrapbooks List"_s)->isEnabled());
+}
+
+TEST_F(EbookBuild, StopEndsTheCompilerAndKeepsNoBook) {
+    // A compiler that would take a minute.
+    globalIni("[Tools]\r\nHelpCompiler=sh -c \"sleep 60\"\r\n");
+    MainWindow& w = startWith(CopyOfExample(root));
+    QElapsedTimer timer;
+    timer.start();
+    trigger(u"Make Ebook"_s);
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return log().contains(u"Creating ebook now...2"_s); }, 60000))
+        << log().join(u'\n').toStdString();
+    button(w, u"Stop"_s)->click();
+    idle();
+    EXPECT_LT(timer.elapsed(), 30000);
+    EXPECT_EQ(log().last(), CancelledProblem());
+    EXPECT_FALSE(QFile::exists(app() + u"chm/Index.chm"_s));
+    EXPECT_TRUE(desktop.messages.isEmpty());
+    EXPECT_TRUE(desktop.opened.isEmpty());
+    EXPECT_FALSE(button(w, u"Open Ebook"_s)->isEnabled());
+    EXPECT_TRUE(w.command(u"Make Ebook"_s)->isEnabled());
+}
+
+TEST_F(EbookBuild, MakeOnThePropertyPageBuildsWithItsOptionsAndWritesNothing) {
+    const QString folder = CopyOfExample(root);
+    const QByteArray ini = "[Content]\r\nMakeChmFile=1\r\n";
+    root.write(u"sample-scrapbook/ScrapbookPrj.ini"_s, ini);
+    MainWindow& w = startWith(folder);
+    trigger(u"Scrapbok Property"_s);
+    PropertyPage* page = w.propertyPage();
+    ASSERT_NE(page, nullptr);
+    page->findChild<QCheckBox*>(u"MakeChmFile"_s)->setChecked(false);
+    page->findChild<QPushButton*>(u"cmdApply"_s)->click();
+    idle();
+    EXPECT_TRUE(gone([&] { return w.propertyPage(); }));
+    EXPECT_TRUE(log().contains(u"Pack all file to chm..."_s));
+    EXPECT_TRUE(log().filter(u"Creating ebook now"_s).isEmpty()); // compiling was off
+    EXPECT_EQ(ReadBytes(folder + u"ScrapbookPrj.ini"_s), ini);
+    EXPECT_TRUE(QFile::exists(folder + u"Index.hhp"_s));
+    // The page has closed: the next build reads the stored options again.
+    EXPECT_TRUE(w.session().options().properties.makeChmFile);
+}
+
+TEST_F(EbookBuild, NothingSelectedAsksForASelectionAndABrokenCatalogueIsTold) {
+    const QString folder = MakeScrapbook(root, u"Broken"_s, 1);
+    root.write(
+        u"Broken/scrapbook.rdf"_s,
+        "<RDF:RDF>\n<RDF:Description RDF:about=\"urn:scrapbook:item1\"\nNS1:id=\"1\n</RDF:RDF>\n");
+    MainWindow& w = startWith(folder);
+    trigger(u"DeleteScrapbook in this List but keep data"_s);
+    EXPECT_EQ(w.session().list.count(), 0);
+    trigger(u"Make Ebook"_s);
+    EXPECT_FALSE(w.runner().busy());
+    EXPECT_EQ(desktop.messages, QStringList{u"Please select a scrapbook in the list first!"_s});
+
+    window.reset();
+    desktop.messages.clear();
+    startWith(folder);
+    trigger(u"Make Ebook"_s);
+    idle();
+    ASSERT_EQ(desktop.messages.size(), 1);
+    EXPECT_TRUE(desktop.messages.first().contains(folder + u"scrapbook.rdf"_s))
+        << desktop.messages.first().toStdString();
+    EXPECT_EQ(log().last(), desktop.messages.first());
 }
 
 } // namespace

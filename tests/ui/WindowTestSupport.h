@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QListWidget>
+#include <QPushButton>
 #include <QStringList>
 #include <QTest>
 
@@ -48,6 +49,14 @@ class RecordingDesktop : public DesktopServices {
     QStringList opened;
     bool programsStart = true;
 };
+
+// The window's button with this caption (its mnemonic left out).
+inline QPushButton* button(const QWidget& window, const QString& caption) {
+    for (QPushButton* found : window.findChildren<QPushButton*>())
+        if (QString(found->text()).remove(u'&') == caption) return found;
+    ADD_FAILURE() << "no button " << caption.toStdString();
+    return nullptr;
+}
 
 // One window over a home and an application folder of its own, and the scrapbooks a test
 // makes below `root`.

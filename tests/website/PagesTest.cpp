@@ -1,11 +1,16 @@
+#include "website/FolderPages.h"
 #include "website/GalleryPages.h"
-#include "website/IconCells.h"
-#include "website/PhotoPage.h"
 
 #include "platform/LocalCodePage.h"
 #include "support/Golden.h"
 #include "support/RecordingHost.h"
 #include "support/TempFolder.h"
+#include "website/IconCells.h"
+#include "website/ListPage.h"
+#include "website/PageFragments.h"
+#include "website/PageWriter.h"
+#include "website/PhotoPage.h"
+#include "website/VideoPage.h"
 #include "website/WebsiteSample.h"
 
 #include <QDir>
@@ -21,7 +26,111 @@ namespace {
 using test::Golden;
 using test::ReadBytes;
 using test::SameText;
+using test::SampleChrome;
 using test::TempFolder;
+
+TEST(ListPage, ListsPlacedItemsThatAreNotFolders) {
+    TempFolder root;
+    const Catalogue catalogue = test::SampleCatalogue();
+    const CatalogueWalk walk(catalogue);
+    const QString path = root.path() + u"data/qmr/temp.html"_s;
+    QString error;
+    ASSERT_TRUE(WriteListPage(SampleChrome(), catalogue, walk, false, path, &error))
+        << error.toStdString();
+    EXPECT_TRUE(SameText(Golden(u"website/list-page.html"_s), ReadBytes(path)));
+    EXPECT_EQ(FindItemById(catalogue, u"20080101000000"_s), -1);
+
+    // "Link To Source URL" shows every row as a bookmark linked to its source (none for a note),
+    // titles cut at fifty characters.
+    ASSERT_TRUE(WriteListPage(SampleChrome(), catalogue, walk, true, path));
+    const QString page = LocalCodePage::decode(ReadBytes(path));
+    const QString bookmark = QStringLiteral(
+        "<img border=\"0\" src=\"images-D(2007-0426-225435).jpg\" width=\"20\" height=\"20\">");
+    EXPECT_EQ(page.count(bookmark), 7);
+    EXPECT_TRUE(page.contains(u"<a href=\"http://example.com/a?x=1&amp;y=2\">"_s + bookmark +
+                              test::kTitle50 + u"</a>"_s));
+    EXPECT_TRUE(
+        page.contains(u"<a href=\"\">"_s + bookmark + test::kTitle51.left(50) + u"...</a>"_s));
+
+    // An unwritable path gives the reason.
+    EXPECT_FALSE(WriteListPage(SampleChrome(), catalogue, walk, false,
+                               path + u"/under-a-file.html"_s, &error));
+    EXPECT_FALSE(error.isEmpty());
+}
+
+TEST(FolderPages, EachFolderGetsAUtf8PageOfWhatItsListPlaces) {
+    TempFolder root;
+    const Catalogue catalogue = test::SampleCatalogue();
+    QString error;
+    ASSERT_TRUE(
+        WriteFolderPages(SampleChrome(), catalogue, CatalogueWalk(catalogue), root.path(), &error))
+        << error.toStdString();
+    const QString pages = root.path() + u"data/qmr/"_s;
+    EXPECT_TRUE(SameText(Golden(u"website/folder-travel.html"_s),
+                         ReadBytes(pages + u"20080101000001.html"_s)));
+    EXPECT_TRUE(SameText(Golden(u"website/folder-japan.html"_s),
+                         ReadBytes(pages + u"20080101000002.html"_s)));
+    // The pages are made in memory: no scratch or temporary file stays behind.
+    EXPECT_EQ(QDir(pages).entryList(QDir::Files, QDir::Name),
+              (QStringList{"20080101000001.html", "20080101000002.html"}));
+
+    TempFolder blocked;
+    blocked.write(u"data/qmr"_s, "a file where the folder should be");
+    EXPECT_FALSE(WriteFolderPages(SampleChrome(), catalogue, CatalogueWalk(catalogue),
+                                  blocked.path(), &error));
+    EXPECT_TRUE(error.contains(u"20080101000001.html"_s)) << error.toStdString();
+}
+
+// The golden pages check every fragment whole; these are the cases they do not reach.
+TEST(PageFragments, EmptyNamesNoEscapingAndTheAdvertBlock) {
+    PageChrome chrome = SampleChrome();
+    chrome.scrapbookName.clear();
+    EXPECT_TRUE(
+        HtmlHead(chrome, u"<i>T&</i>"_s, u"BIG5"_s).contains(u"<title><i>T&</i>-()</title>"_s));
+    EXPECT_TRUE(HtmlFooter(chrome, QString())
+                    .startsWith(QStringLiteral("\u3000<hr><div align=\"center\"><a "
+                                               "href=\"index.html\"><font size=\"3\" >[]</font>")));
+
+    // The advert block, only when advertising, carries the chrome's publisher and script.
+    QString text = u"kept"_s;
+    AppendAdvertBlock(chrome, text);
+    EXPECT_EQ(text, u"kept"_s);
+    chrome.advertising = true;
+    AppendAdvertBlock(chrome, text);
+    EXPECT_TRUE(text.startsWith(u"kept\r\n<!-- "_s));
+    EXPECT_TRUE(text.contains(u"\r\ngoogle_ad_client = \"pub-42\";\r\n"_s));
+    EXPECT_TRUE(text.endsWith(u"\r\n  src=\"https://ads.example/show_ads.js\">\r\n</script>"_s));
+}
+
+// The redirect page is checked byte for byte by the converted scrapbook's golden files.
+TEST(PageFragments, PageWriterVideoPageAndRedirectFailure) {
+    TempFolder folder;
+    QString error;
+    EXPECT_FALSE(
+        WriteRedirectIndex(SampleChrome(), folder.path() + u"missing/"_s, u"a.pdf"_s, &error));
+    EXPECT_TRUE(error.contains(u"missing"_s)) << error.toStdString();
+
+    // The page writer: lines in the local code page, one page at a time, the deep footer last
+    // (U+3000 is A1 40 in Big5).
+    const PageChrome chrome = SampleChrome();
+    PageWriter writer(chrome);
+    EXPECT_FALSE(writer.ClosePageWithFooter(&error));
+    writer.OpenPage(folder.path() + u"first.html"_s);
+    writer.WritePageLine(u"台灣"_s);
+    ASSERT_TRUE(writer.ClosePageWithFooter());
+    EXPECT_EQ(
+        ReadBytes(folder.path() + u"first.html"_s),
+        "\xA5\x78\xC6\x57\r\n\xA1\x40<hr><div align=\"center\"><a href=\"./../../index.html\">"
+        "<font size=\"3\" >[My Travels]</font></a><font size=\"2\" >  created by free ebook "
+        "tool:<a href=\"https://home.example/\">Quillmere</a> and <a href=\"https://maker"
+        ".example/\">https://maker.example/</a></font></BODY></HTML>\r\n");
+
+    const QString page = folder.path() + u"data/qmr/PlayAllVideos.html"_s;
+    ASSERT_TRUE(WriteVideoPage(chrome, page, u"Play All Videos on this Scrapbook"_s,
+                               u"WMV_Play_List.wpl"_s, &error))
+        << error.toStdString();
+    EXPECT_TRUE(SameText(Golden(u"website/video-page.html"_s), ReadBytes(page)));
+}
 
 QStringList pageLines(const QString& path) {
     return LocalCodePage::decode(ReadBytes(path)).split(u"\r\n"_s);
