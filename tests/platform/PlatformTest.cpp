@@ -1,12 +1,17 @@
 #include "platform/FileTimes.h"
 #include "platform/LocalCodePage.h"
+#include "platform/ProcessMemory.h"
 
 #include "support/Fuzzing.h"
 #include "support/TempFolder.h"
 
 #include <QFileInfo>
 
+#include <cstdlib>
 #include <random>
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 #include <gtest/gtest.h>
 
@@ -91,6 +96,19 @@ TEST(FileTimes, StandardBiasAndLastWriteTime) {
     EXPECT_FALSE(SetLastWriteTime(folder.path() + u"missing.txt"_s, when));
     EXPECT_FALSE(QFileInfo::exists(folder.path() + u"missing.txt"_s));
 }
+
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
+// Once asked, a build's large blocks come from the heap and stay there for reuse instead of
+// being mapped one by one.
+TEST(ProcessMemory, LargeBlocksComeFromTheHeap) {
+    KeepLargeBlocksForReuse();
+    const size_t mappedBefore = mallinfo2().hblks;
+    volatile char* block = static_cast<char*>(std::malloc(8 << 20));
+    block[0] = 1;
+    EXPECT_EQ(mallinfo2().hblks, mappedBefore);
+    std::free(const_cast<char*>(block));
+}
+#endif
 
 } // namespace
 } // namespace qmr
