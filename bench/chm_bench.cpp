@@ -10,6 +10,7 @@
 #include "BookProject.h"
 
 #include "chm/ChmCompiler.h"
+#include "platform/ProcessMemory.h"
 
 #include <QDir>
 #include <QFile>
@@ -142,8 +143,10 @@ int main(int argc, char** argv) {
     QStringList args;
     for (int i = 0; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
-    if (args.value(1) == QLatin1String("--compile"))
+    if (args.value(1) == QLatin1String("--compile")) {
+        qmr::KeepLargeBlocksForReuse(); // as the programs' main() does
         return CompileOnly(args.value(2), args.value(3), args.value(4).toInt());
+    }
     auto option = [&](const char* name, const QString& fallback) {
         const qsizetype at = args.indexOf(QLatin1String(name));
         return at >= 0 && at + 1 < args.size() ? args[at + 1] : fallback;
