@@ -17,6 +17,7 @@
 #include <QFile>
 #include <QThread>
 
+#include <future>
 #include <memory>
 #include <optional>
 #include <thread>
@@ -234,10 +235,12 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
     book.project = &settled;
     FullTextIndex* const fullText = packer.fullTextIndex();
     book.fullTextSearch = fullText != nullptr;
+    // The internal files are made while the full-text index sorts its words and lays out its
+    // tree, which leave a core free; they are written after it.
+    std::future<QList<InternalFile>> internal =
+        std::async(std::launch::async, [&book] { return MakeInternalFiles(book); });
     bool ok = true;
-    for (const InternalFile& file : MakeInternalFiles(book))
-        ok = ok && writer.addFile(file.path, file.bytes, file.compressed);
-    if (ok && fullText) {
+    if (fullText) {
         ok = writer.beginFile(QStringLiteral("/$FIftiMain"));
         if (ok) {
             fullText->finish([&writer](QByteArrayView piece) { writer.appendToFile(piece); },
@@ -245,6 +248,8 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
             writer.endFile();
         }
     }
+    for (const InternalFile& file : internal.get())
+        ok = ok && writer.addFile(file.path, file.bytes, file.compressed);
     if (!ok || !writer.finish()) {
         log.error(output, 0, writer.errorString());
         return false;
