@@ -109,8 +109,11 @@ int RunQuillmere(const QStringList& arguments) {
         return ExitBadInput;
     }
     if (rest.contains(QStringLiteral("--help"))) {
+        // The description is indented for the list of commands; alone it stands at the margin.
+        QString description = command->description();
+        description.replace(QStringLiteral("\n      "), QStringLiteral("\n"));
         PrintLine(QStringLiteral("Usage: quillmere %1 %2\n%3")
-                      .arg(command->name(), command->arguments(), command->description()));
+                      .arg(command->name(), command->arguments(), description));
         return ExitOk;
     }
     if (!PrepareEnvironment()) return ExitBadInput;
