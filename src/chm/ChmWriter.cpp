@@ -4,10 +4,10 @@
 #include "chm/CompressedSection.h"
 #include "chm/DataSpace.h"
 #include "chm/Directory.h"
+#include "platform/FileReplace.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSet>
 #include <QTemporaryFile>
 
@@ -156,20 +156,29 @@ struct ChmWriter::Data {
                                  quint64(uncompressed.size()) + compressed->compressedLength();
         const QDateTime when =
             options.timestamp.isValid() ? options.timestamp : QDateTime::currentDateTimeUtc();
-        QSaveFile out(outputPath);
-        if (!out.open(QIODevice::WriteOnly))
-            return fail(QStringLiteral("%1: %2").arg(outputPath, out.errorString()));
+        // Written beside the book and renamed over it when whole, as every generated file is,
+        // without waiting for the disk: a failed compile leaves the old book as it was.
+        const QFileInfo old(outputPath);
+        if (old.exists() && !old.permission(QFileDevice::WriteOwner))
+            return fail(QStringLiteral("%1: it is read-only").arg(outputPath));
+        QTemporaryFile out(old.absoluteFilePath() + QStringLiteral(".XXXXXX.tmp"));
+        if (!out.open()) return fail(QStringLiteral("%1: %2").arg(outputPath, out.errorString()));
         out.write(
             FileHeader(options.languageId, quint32(when.toSecsSinceEpoch()), directoryLength));
         out.write(HeaderSection(fileSize));
         out.write(DirectoryHeader(chunks, options.languageId));
         out.write(chunks.bytes);
-        if (!copySpillInto(out)) {
-            out.cancelWriting();
-            return false;
-        }
+        if (!copySpillInto(out)) return false;
         out.write(uncompressed);
-        if (!out.commit()) return fail(QStringLiteral("%1: %2").arg(outputPath, out.errorString()));
+        if (!out.flush() || out.error() != QFileDevice::NoError)
+            return fail(QStringLiteral("%1: %2").arg(outputPath, out.errorString()));
+        out.setPermissions(old.exists() ? old.permissions()
+                                        : QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                              QFileDevice::ReadGroup | QFileDevice::ReadOther);
+        out.close();
+        if (!ReplaceFile(out.fileName(), outputPath))
+            return fail(QStringLiteral("%1: it cannot be replaced").arg(outputPath));
+        out.setAutoRemove(false);
         return true;
     }
 };
