@@ -13,7 +13,7 @@ namespace qmr {
 QString CatalogueCommand::description() const {
     return QStringLiteral(
         "Recodes FOLDER/scrapbook.rdf into scrapbook.txt, loads it and prints one tab-separated\n"
-        "      line per item (index, id, type, title, source, comment), then the counts.");
+        "line per item (index, id, type, title, source, comment), then the counts.");
 }
 
 int CatalogueCommand::execute(const QStringList& arguments, ConsoleHost& host) {

@@ -57,7 +57,9 @@ QString UsageText() {
         "Commands:\n");
     for (const auto& command : Command::all()) {
         const QString head = command->name() + QLatin1Char(' ') + command->arguments();
-        text += QStringLiteral("  %1\n      %2\n").arg(head.trimmed(), command->description());
+        QString description = command->description();
+        description.replace(QLatin1Char('\n'), QStringLiteral("\n      "));
+        text += QStringLiteral("  %1\n      %2\n").arg(head.trimmed(), description);
     }
     text += QStringLiteral("\nExit codes: 0 done, 1 failed, 2 bad input or usage.");
     return text;
@@ -109,11 +111,8 @@ int RunQuillmere(const QStringList& arguments) {
         return ExitBadInput;
     }
     if (rest.contains(QStringLiteral("--help"))) {
-        // The description is indented for the list of commands; alone it stands at the margin.
-        QString description = command->description();
-        description.replace(QStringLiteral("\n      "), QStringLiteral("\n"));
         PrintLine(QStringLiteral("Usage: quillmere %1 %2\n%3")
-                      .arg(command->name(), command->arguments(), description));
+                      .arg(command->name(), command->arguments(), command->description()));
         return ExitOk;
     }
     if (!PrepareEnvironment()) return ExitBadInput;

@@ -21,6 +21,7 @@ class Command {
     virtual QString name() const = 0;
     // The arguments after the name, as --help shows them ("FOLDER").
     virtual QString arguments() const = 0;
+    // What the command does, in lines at the margin; the list of commands indents them.
     virtual QString description() const = 0;
     virtual int execute(const QStringList& arguments, ConsoleHost& host) = 0;
 

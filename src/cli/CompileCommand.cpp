@@ -46,9 +46,9 @@ bool parse(const QStringList& arguments, CompileArguments& parsed, QString* erro
 QString CompileCommand::description() const {
     return QStringLiteral(
         "Compiles an HTML Help project (its [OPTIONS], [WINDOWS] and [FILES], the contents\n"
-        "      and index it names, and every file their pages reference) into a .chm, by\n"
-        "      default the project's \"Compiled file=\". Problems are printed one a line,\n"
-        "      naming the file; a missing [FILES] entry means no book (exit 1).");
+        "and index it names, and every file their pages reference) into a .chm, by\n"
+        "default the project's \"Compiled file=\". Problems are printed one a line,\n"
+        "naming the file; a missing [FILES] entry means no book (exit 1).");
 }
 
 int CompileCommand::execute(const QStringList& arguments, ConsoleHost&) {

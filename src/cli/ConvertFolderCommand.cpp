@@ -15,9 +15,9 @@ namespace qmr {
 QString ConvertFolderCommand::description() const {
     return QStringLiteral(
         "Turns the files directly in FOLDER into a new scrapbook FOLDER/scrapbook/ (one item\n"
-        "      a file, sources from FOLDER/File-Source.TXT), then adds it to ScrapBookStore.txt\n"
-        "      and to multibook.txt in Firefox's ScrapBook folder. What could not be registered\n"
-        "      is told on stderr; the new scrapbook stays.");
+        "a file, sources from FOLDER/File-Source.TXT), then adds it to ScrapBookStore.txt\n"
+        "and to multibook.txt in Firefox's ScrapBook folder. What could not be registered\n"
+        "is told on stderr; the new scrapbook stays.");
 }
 
 int ConvertFolderCommand::execute(const QStringList& arguments, ConsoleHost& host) {

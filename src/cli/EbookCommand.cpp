@@ -86,9 +86,9 @@ QString EbookCommand::arguments() const {
 QString EbookCommand::description() const {
     return QStringLiteral(
         "Builds the e-book of the scrapbook in FOLDER: content, list and folder pages,\n"
-        "      Index.hhc, Index.hhk and Index.hhp, then compiles Index.chm into the application\n"
-        "      folder's chm/ and opens it. Options not given come from the scrapbook's\n"
-        "      ScrapbookPrj.ini and Quillmere.ini.");
+        "Index.hhc, Index.hhk and Index.hhp, then compiles Index.chm into the application\n"
+        "folder's chm/ and opens it. Options not given come from the scrapbook's\n"
+        "ScrapbookPrj.ini and Quillmere.ini.");
 }
 
 int EbookCommand::execute(const QStringList& arguments, ConsoleHost& host) {

@@ -13,8 +13,8 @@ namespace qmr {
 QString ImportTextCommand::description() const {
     return QStringLiteral(
         "Turns FOLDER/data.txt (entries separated by lines starting \"*****\") into one page\n"
-        "      an entry under FOLDER/data/ and the catalogue FOLDER/scrapbook.rdf, logging\n"
-        "      each entry as n=>title.");
+        "an entry under FOLDER/data/ and the catalogue FOLDER/scrapbook.rdf, logging\n"
+        "each entry as n=>title.");
 }
 
 int ImportTextCommand::execute(const QStringList& arguments, ConsoleHost& host) {

@@ -43,10 +43,10 @@ bool LoadListAtStartUp(Session& session) {
 QString ListCommand::description() const {
     return QStringLiteral(
         "Prints the scrapbook list as the window shows it after start-up: Firefox's\n"
-        "      multibook.txt (or Firefox's own scrapbook), then ScrapBookStore.txt. One line a\n"
-        "      row: name, page count, directory; then the count. With File=CATALOGUE (as the\n"
-        "      desktop passes a .rdf file it opens) that scrapbook is added to the store when\n"
-        "      new.");
+        "multibook.txt (or Firefox's own scrapbook), then ScrapBookStore.txt. One line a\n"
+        "row: name, page count, directory; then the count. With File=CATALOGUE (as the\n"
+        "desktop passes a .rdf file it opens) that scrapbook is added to the store when\n"
+        "new.");
 }
 
 int ListCommand::execute(const QStringList& arguments, ConsoleHost& host) {

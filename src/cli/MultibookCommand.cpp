@@ -49,10 +49,10 @@ int scanFolder(const QString& base, ConsoleHost& host) {
 QString MultibookCommand::description() const {
     return QStringLiteral(
         "add FOLDER: adds the scrapbook in FOLDER to ScrapBookStore.txt and writes every\n"
-        "      listed scrapbook to multibook.txt in Firefox's ScrapBook folder (name, TAB,\n"
-        "      folder), printing the lines. scan FOLDER: lists each subfolder of FOLDER and each\n"
-        "      store line that holds a scrapbook.rdf, then the extension's own scrapbook, in\n"
-        "      FOLDER/multibook.txt, and copies it to Firefox's ScrapBook folder.");
+        "listed scrapbook to multibook.txt in Firefox's ScrapBook folder (name, TAB,\n"
+        "folder), printing the lines. scan FOLDER: lists each subfolder of FOLDER and each\n"
+        "store line that holds a scrapbook.rdf, then the extension's own scrapbook, in\n"
+        "FOLDER/multibook.txt, and copies it to Firefox's ScrapBook folder.");
 }
 
 int MultibookCommand::execute(const QStringList& arguments, ConsoleHost& host) {

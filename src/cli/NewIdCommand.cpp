@@ -7,7 +7,7 @@ namespace qmr {
 
 QString NewIdCommand::description() const {
     return QStringLiteral("Prints the next item identifier (yyyymmdd + a day counter kept in\n"
-                          "      NodeID.txt in the application folder).");
+                          "NodeID.txt in the application folder).");
 }
 
 int NewIdCommand::execute(const QStringList& arguments, ConsoleHost&) {

@@ -32,8 +32,8 @@ bool ensureStoreExists(const QString& storePath) {
 QString StoreCommand::description() const {
     return QStringLiteral(
         "Appends the line NAME*FOLDER to ScrapBookStore.txt in the application folder (made\n"
-        "      when missing) unless FOLDER is already in it. The list shows the name kept in\n"
-        "      the scrapbook's own ScrapbookPrj.ini, not NAME.");
+        "when missing) unless FOLDER is already in it. The list shows the name kept in\n"
+        "the scrapbook's own ScrapbookPrj.ini, not NAME.");
 }
 
 int StoreCommand::execute(const QStringList& arguments, ConsoleHost&) {

@@ -43,8 +43,8 @@ bool requestFor(ConsoleHost& host, const WebsiteArguments& parsed, WebsiteReques
 QString VideosCommand::description() const {
     return QStringLiteral(
         "Writes a player page org.html into the folder of every file item that holds a .wmv\n"
-        "      clip (its first clip), replacing the org.html there. Asks first, on the terminal;\n"
-        "      --yes answers OK (needed where there is no terminal).");
+        "clip (its first clip), replacing the org.html there. Asks first, on the terminal;\n"
+        "--yes answers OK (needed where there is no terminal).");
 }
 
 int VideosCommand::execute(const QStringList& arguments, ConsoleHost& host) {
@@ -65,11 +65,11 @@ int VideosCommand::execute(const QStringList& arguments, ConsoleHost& host) {
 QString PlaylistsCommand::description() const {
     return QStringLiteral(
         "Writes the Windows Media Player playlists of the scrapbook in FOLDER into data/qmr/:\n"
-        "      WMV_Play_List_local.wpl and WMV_Play_List.wpl (the .wmv clips; the local pass\n"
-        "      sets each clip's time from a name such as clip-D(2008-0309-142530).wmv), and\n"
-        "      WMV_Play__PIC_List_local.wpl and WMV_Play_PIC_List.wpl (the 640x480 pictures).\n"
-        "      Website addresses start with [Site] VideoSiteBase of Quillmere.ini. Exit 2 when\n"
-        "      a clip name holds -D( but no date.");
+        "WMV_Play_List_local.wpl and WMV_Play_List.wpl (the .wmv clips; the local pass\n"
+        "sets each clip's time from a name such as clip-D(2008-0309-142530).wmv), and\n"
+        "WMV_Play__PIC_List_local.wpl and WMV_Play_PIC_List.wpl (the 640x480 pictures).\n"
+        "Website addresses start with [Site] VideoSiteBase of Quillmere.ini. Exit 2 when\n"
+        "a clip name holds -D( but no date.");
 }
 
 int PlaylistsCommand::execute(const QStringList& arguments, ConsoleHost& host) {

@@ -32,11 +32,11 @@ QString WebsiteCommand::arguments() const {
 QString WebsiteCommand::description() const {
     return QStringLiteral(
         "Builds the website of the scrapbook in FOLDER: picture copies (100x75/ and 640x480/\n"
-        "      in each item folder), a photo page per item, the gallery "
+        "in each item folder), a photo page per item, the gallery "
         "data/qmr/PhotoIcons001.html\n"
-        "      and on, which it then opens. The list, folder and video pages the site links are\n"
-        "      written first where missing. --step runs one step only: icons, icons640, photos\n"
-        "      (the photo pages) or home (the gallery).");
+        "and on, which it then opens. The list, folder and video pages the site links are\n"
+        "written first where missing. --step runs one step only: icons, icons640, photos\n"
+        "(the photo pages) or home (the gallery).");
 }
 
 int WebsiteCommand::execute(const QStringList& arguments, ConsoleHost& host) {
@@ -60,8 +60,8 @@ QString WebsitesCommand::arguments() const {
 QString WebsitesCommand::description() const {
     return QStringLiteral(
         "Builds the website of every scrapbook of the list (as quillmere list prints it), one\n"
-        "      after another, as quillmere website does; meant for cron or a systemd timer.\n"
-        "      A scrapbook that fails is reported and the others are still built.");
+        "after another, as quillmere website does; meant for cron or a systemd timer.\n"
+        "A scrapbook that fails is reported and the others are still built.");
 }
 
 int WebsitesCommand::execute(const QStringList& arguments, ConsoleHost& host) {
