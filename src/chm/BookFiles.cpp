@@ -31,18 +31,17 @@ FileKind KindOf(const QString& path) {
     return FileKind::Other;
 }
 
-// `reference` taken from a file in `folder` ("" or ending in "/"), as a path below the project
-// folder without "." and ".." parts; empty when it leaves the project folder or names a folder.
-// Built in one string, part by part: every reference of every page comes this way.
-QString JoinInFolder(const QString& folder, const QString& reference) {
-    if (reference.endsWith(u'/')) return {};
+// `path` followed from `folder` ("" or ending in "/"), as a path below the project folder
+// without "." and ".." parts and without a closing "/"; nothing when it leads above the project
+// folder. Built in one string, part by part: every reference of every page comes this way.
+std::optional<QString> Walk(const QString& folder, QStringView path) {
     QString joined;
-    joined.reserve(folder.size() + reference.size());
-    for (QStringView whole : {QStringView(folder), QStringView(reference)}) {
+    joined.reserve(folder.size() + path.size());
+    for (QStringView whole : {QStringView(folder), path}) {
         for (QStringView part : whole.tokenize(u'/')) {
             if (part.isEmpty() || part == u".") continue;
             if (part == u"..") {
-                if (joined.isEmpty()) return {};
+                if (joined.isEmpty()) return std::nullopt;
                 joined.truncate(std::max<qsizetype>(joined.lastIndexOf(u'/'), 0));
             } else {
                 if (!joined.isEmpty()) joined += u'/';
@@ -53,24 +52,23 @@ QString JoinInFolder(const QString& folder, const QString& reference) {
     return joined;
 }
 
+// `reference` taken from a file in `folder`, as a path below the project folder; empty when it
+// leaves the project folder or names a folder.
+QString JoinInFolder(const QString& folder, const QString& reference) {
+    if (reference.endsWith(u'/')) return {};
+    return Walk(folder, reference).value_or(QString());
+}
+
 QString FolderOf(const QString& path) {
     return path.left(path.lastIndexOf(u'/') + 1);
 }
 
-// `folder` ("" or ending in "/") followed by the relative folder `relative`; nothing when that
-// leads above the book's folder.
+// `folder` followed by the relative folder `relative`, ending in "/" ("" for the project
+// folder); nothing when that leads above the project folder.
 std::optional<QString> JoinFolders(const QString& folder, QStringView relative) {
-    QStringList parts = folder.split(u'/', Qt::SkipEmptyParts);
-    for (QStringView part : relative.tokenize(u'/')) {
-        if (part.isEmpty() || part == u".") continue;
-        if (part != u"..")
-            parts.append(part.toString());
-        else if (parts.isEmpty())
-            return std::nullopt;
-        else
-            parts.removeLast();
-    }
-    return parts.isEmpty() ? QString() : parts.join(u'/') + u'/';
+    std::optional<QString> joined = Walk(folder, relative);
+    if (joined && !joined->isEmpty()) *joined += u'/';
+    return joined;
 }
 
 } // namespace
