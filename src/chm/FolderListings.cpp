@@ -1,6 +1,8 @@
 #include "chm/FolderListings.h"
 
-#include <QDirIterator>
+#include "platform/FolderEntries.h"
+
+#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
@@ -20,12 +22,9 @@ const FolderListings::Listing& FolderListings::listing(const QString& folder) {
     // Listed without the lock, so threads read folders side by side; a folder listed twice at
     // once keeps the first listing.
     auto made = std::make_shared<Listing>();
-    QDirIterator it(m_root + folder,
-                    QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    while (it.hasNext()) {
-        it.next();
-        const QString name = it.fileName();
-        made->entries.push_back({name, name.toCaseFolded(), it.fileInfo().isDir()});
+    for (FolderEntry& entry : ListFolderEntries(m_root + folder)) {
+        QString folded = entry.name.toCaseFolded();
+        made->entries.push_back({std::move(entry.name), std::move(folded), entry.isFolder});
     }
     std::sort(made->entries.begin(), made->entries.end(), [](const Entry& a, const Entry& b) {
         return a.folded != b.folded ? a.folded < b.folded : a.name < b.name;
@@ -64,6 +63,9 @@ QString FolderListings::findFile(const QString& relative) {
 }
 
 QString FolderListings::walkTo(const QString& relative) {
+    // Nearly every path is spelled as on disk: one look at the file answers it without listing
+    // the folders on its way.
+    if (QFileInfo(m_root + relative).isFile()) return relative;
     const QStringList parts = relative.split(u'/');
     QString path;
     for (qsizetype i = 0; i < parts.size(); ++i) {

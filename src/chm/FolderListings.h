@@ -19,9 +19,10 @@ class FolderListings {
     ~FolderListings();
 
     // The file at `relative` ("data/1/a.png": below the root, "/" between folders, no "." or
-    // ".." parts) with the spelling on disk. Where a folder or the file has no entry of exactly
-    // that name, an entry differing only in case is taken (the first in code-point order when
-    // several do). Empty when there is no such file (or it is a folder).
+    // ".." parts): as given when a file has that very name; otherwise with the spelling on
+    // disk, where each folder or file without an entry of exactly its name is the entry
+    // differing only in case (the first in code-point order when several do). Empty when there
+    // is no such file (or it is a folder).
     QString findFile(const QString& relative);
 
   private:
