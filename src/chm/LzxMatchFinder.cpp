@@ -81,8 +81,11 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, int inputEnd, LzxParse
     m_size = size;
     m_inserted = 0;
     std::fill(std::begin(m_repeats), std::end(m_repeats), 1u);
-    m_out = &out;
-    out.items.clear();
+    // An interval holds at most one item a byte: items are written straight into room made for
+    // that many, which is kept from interval to interval.
+    if (out.items.size() < size_t(size)) out.items.resize(size_t(size));
+    m_items = out.items.data();
+    m_itemCount = 0;
     out.frameEnds.clear();
     out.frameCounts.assign(size_t((size + kFrameSize - 1) / kFrameSize), SymbolCounts());
 
@@ -98,8 +101,9 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, int inputEnd, LzxParse
             // Where nothing has matched for a while (packed index data, pictures) the
             // search steps over ever more positions, which stay literals.
             const int step = 1 + (++misses >> kMissesPerStep);
-            for (int end = std::min(position + step, frameEnd); position < end;)
-                addLiteral(position++);
+            const int end = std::min(position + step, frameEnd);
+            addLiterals(position, end);
+            position = end;
         } else {
             misses = 0;
             // Lazy matching: a better match one byte on is worth a literal first.
@@ -108,13 +112,14 @@ void LzxMatchFinder::parse(const uint8_t* data, int size, int inputEnd, LzxParse
                                                                       : m_search.chainDepth;
                 const Candidate next = bestMatch(position + 1, stop, depth);
                 if (next.score <= match.score) break;
-                addLiteral(position++);
+                addLiterals(position, position + 1);
+                ++position;
                 match = next;
             }
             addMatch(match);
             position += match.length;
         }
-        if (position == frameEnd) out.frameEnds.push_back(int(out.items.size()));
+        if (position == frameEnd) out.frameEnds.push_back(int(m_itemCount));
     }
 }
 
@@ -170,10 +175,13 @@ LzxMatchFinder::Candidate LzxMatchFinder::bestMatch(int position, int stop, int 
     return best;
 }
 
-void LzxMatchFinder::addLiteral(int position) {
-    const Item item = {m_data[position], 0, 0, 0};
-    m_out->items.push_back(item);
-    m_counts->add(item);
+void LzxMatchFinder::addLiterals(int position, int end) {
+    Item* item = m_items + m_itemCount;
+    for (int p = position; p < end; ++p, ++item) {
+        *item = {m_data[p], 0, 0, 0};
+        ++m_counts->main[m_data[p]];
+    }
+    m_itemCount += size_t(end - position);
 }
 
 void LzxMatchFinder::addMatch(const Candidate& match) {
@@ -194,7 +202,7 @@ void LzxMatchFinder::addMatch(const Candidate& match) {
     item.mainSymbol = uint16_t(MainSymbol(slot, match.length));
     if (HasLengthSymbol(item.mainSymbol))
         item.lengthSymbol = uint8_t(match.length - kMinMatch - kLengthHeaderMax);
-    m_out->items.push_back(item);
+    m_items[m_itemCount++] = item;
     m_counts->add(item);
 }
 

@@ -21,7 +21,7 @@ struct LzxSearch {
 
 // One reset interval as literals and matches.
 struct LzxParse {
-    std::vector<lzx::Item> items;
+    std::vector<lzx::Item> items;               // the first frameEnds.back() are the interval's
     std::vector<int> frameEnds;                 // items in frames 0 to i
     std::vector<lzx::SymbolCounts> frameCounts; // the symbols of each frame
 };
@@ -50,7 +50,8 @@ class LzxMatchFinder {
     // The best match at `position` ending at `stop` at the latest.
     Candidate bestMatch(int position, int stop, int chainDepth);
     void insertUpTo(int position);
-    void addLiteral(int position);
+    // The bytes from `position` to `end` as literals.
+    void addLiterals(int position, int end);
     void addMatch(const Candidate& match);
 
     uint32_t m_maxOffset;
@@ -64,7 +65,8 @@ class LzxMatchFinder {
     int m_size = 0;
     int m_inserted = 0; // positions below this are in the chains
     uint32_t m_repeats[lzx::kRepeatSlots] = {1, 1, 1};
-    LzxParse* m_out = nullptr;
+    lzx::Item* m_items = nullptr; // the parse's items, with room for one a byte
+    size_t m_itemCount = 0;
     lzx::SymbolCounts* m_counts = nullptr; // the current frame's
 };
 
