@@ -243,8 +243,7 @@ bool CompileHelpProject(const QString& projectPath, const CompileOptions& option
     if (fullText) {
         ok = writer.beginFile(QStringLiteral("/$FIftiMain"));
         if (ok) {
-            fullText->finish([&writer](QByteArrayView piece) { writer.appendToFile(piece); },
-                             Threads(options.jobs));
+            fullText->finish([&writer](QByteArrayView piece) { writer.appendToFile(piece); });
             writer.endFile();
         }
     }

@@ -1,6 +1,7 @@
 #include "chm/FullTextIndex.h"
 
 #include "chm/BookLanguage.h"
+#include "chm/ChainedBytes.h"
 #include "chm/ScaleRootCode.h"
 #include "chm/TopicWords.h"
 #include "chm/WordTree.h"
@@ -9,7 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <thread>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -21,13 +22,19 @@ constexpr qsizetype kHeaderSize = 0x400;
 
 constexpr int kHeadBytes = 14;
 
-// One entry of the index: a word, or the same word's places in titles, with its location codes
-// packed as they arrive (per topic: the step from the topic before, how many places, and the
-// steps between places, as 7-bit groups) until the index is written. An entry fills one cache
-// line, and holds the first bytes of its word, so a lookup usually reads nothing else.
+// Places seen before the roots of the location codes are chosen from them: enough for the
+// numbers to show their usual sizes, so that a large book's codes can be written as its topics
+// are added, each in its final form. A smaller index is written with the roots of all of it.
+constexpr quint64 kPlacesBeforeRoots = 1 << 17;
+
+// One entry of the index: a word, or the same word's places in titles, with its location codes.
+// Until the roots of the codes are chosen, the places are packed as they arrive (per topic: the
+// step from the topic before, how many places, and the steps between places, as 7-bit groups);
+// from then on each topic's codes are written as the index stores them. An entry fills one
+// cache line, and holds the first bytes of its word, so a lookup usually reads nothing else.
 struct WordEntry {
     quint64 hash = 0;
-    std::vector<quint8> packed;
+    ChainedBytes::Chain places;
     quint32 lastTopic = 0;
     quint32 topicCount = 0;
     quint32 textOffset = 0;
@@ -36,22 +43,18 @@ struct WordEntry {
     char head[kHeadBytes] = {};
 };
 
-// Grown by a quarter at a time rather than doubled: the packed places are most of the index's
-// memory while it is built, and a common word's buffer gets large.
-void MakeRoom(std::vector<quint8>& out, size_t more) {
-    if (out.capacity() - out.size() < more) out.reserve(out.size() + out.size() / 4 + more + 8);
+static_assert(sizeof(WordEntry) <= 64);
+
+void Pack(ChainedBytes& store, ChainedBytes::Chain& chain, quint32 value) {
+    quint8 bytes[5];
+    size_t size = 0;
+    for (; value >= 0x80; value >>= 7)
+        bytes[size++] = quint8(0x80 | (value & 0x7F));
+    bytes[size++] = quint8(value);
+    store.append(chain, bytes, size);
 }
 
-void Pack(std::vector<quint8>& out, quint32 value) {
-    MakeRoom(out, 5);
-    while (value >= 0x80) {
-        out.push_back(quint8(0x80 | (value & 0x7F)));
-        value >>= 7;
-    }
-    out.push_back(quint8(value));
-}
-
-quint32 Unpack(const std::vector<quint8>& in, size_t& at) {
+quint32 Unpack(const quint8* in, size_t& at) {
     quint32 value = 0;
     for (int shift = 0;; shift += 7) {
         const quint8 byte = in[at++];
@@ -96,6 +99,19 @@ struct WordRoots {
     int location = 0;
 };
 
+// One topic's codes of a word: the step from the word's topic before, then its places as packed
+// at `at` (how many, then the steps between them), which `at` moves past. The codes of each
+// topic end on a byte boundary.
+void WriteTopicCodes(ScaleRootWriter& writer, const WordRoots& roots, quint32 step,
+                     const quint8* packed, size_t& at) {
+    writer.write(step, roots.topic);
+    const quint32 count = Unpack(packed, at);
+    writer.write(count, roots.count);
+    for (quint32 i = 0; i < count; ++i)
+        writer.write(Unpack(packed, at), roots.location);
+    writer.padToByte();
+}
+
 } // namespace
 
 struct FullTextIndex::Data {
@@ -110,20 +126,23 @@ struct FullTextIndex::Data {
     QByteArrayView textOf(const WordEntry& entry) const {
         return QByteArrayView(wordText).sliced(entry.textOffset, entry.textLength);
     }
-    void appendLocationCodes(std::vector<quint8>& codes, const WordEntry& entry,
-                             const WordRoots& roots) const;
-    std::vector<size_t> stretches(const std::vector<quint32>& order, int count) const;
-    void writeHeader(QByteArray& file, const WordTreeShape& tree, const WordRoots& roots) const;
+    void addPlaces(WordEntry& entry, quint32 step, QByteArrayView packed);
+    void chooseRoots();
+    void writeHeader(QByteArray& file, const WordTreeShape& tree) const;
 
     quint32 languageId;
     QString codePage;
     std::unique_ptr<TopicWordCollector> collector; // for topics given as text
     QByteArray wordText;                           // every entry's word, one after another
     std::vector<WordEntry> words;                  // by word id
+    ChainedBytes placeChains;                      // every entry's places or codes
     // Hash table: the high half of a word's hash, and its id + 1 in the low half; 0 marks a free
     // slot. A slot whose hash differs is passed over without reading the entry.
     std::vector<quint64> slots;
+    // The sizes of the numbers the codes hold, counted until the roots are chosen from them.
     BitLengthCounts topicSteps, codeCounts, locationSteps;
+    std::optional<WordRoots> roots;
+    std::vector<quint8> codes; // one topic's codes of one word, as they are written
     quint32 topicsIndexed = 0;
     quint32 lastTopic = 0;
     quint64 wordsIndexed = 0;
@@ -214,39 +233,61 @@ void FullTextIndex::addTopic(quint32 topicNumber, const TopicWords& topic) {
         const TopicWords::Word& word = topic.words[i];
         WordEntry& entry = d.words[d.wordId(topic.text(word), word.inTitle, word.hash)];
         const quint32 step = entry.topicCount == 0 ? topicNumber : topicNumber - entry.lastTopic;
-        const QByteArrayView places = topic.places(word);
-        Pack(entry.packed, step);
-        MakeRoom(entry.packed, size_t(places.size()));
-        entry.packed.insert(entry.packed.end(), places.begin(), places.end());
-        d.topicSteps.add(step);
+        d.addPlaces(entry, step, topic.places(word));
         entry.lastTopic = topicNumber;
         ++entry.topicCount;
     }
-    d.codeCounts.add(topic.placeCounts);
-    d.locationSteps.add(topic.placeSteps);
+    if (!d.roots) {
+        d.codeCounts.add(topic.placeCounts);
+        d.locationSteps.add(topic.placeSteps);
+    }
     d.wordsIndexed += topic.wordsIndexed;
     d.indexedLength += topic.indexedLength;
     d.longestWord = std::max(d.longestWord, topic.longestWord);
     d.lastTopic = topicNumber;
     ++d.topicsIndexed;
+    if (!d.roots && d.wordsIndexed >= kPlacesBeforeRoots) d.chooseRoots();
 }
 
-void FullTextIndex::Data::appendLocationCodes(std::vector<quint8>& codes, const WordEntry& entry,
-                                              const WordRoots& roots) const {
-    ScaleRootWriter writer(codes);
-    size_t at = 0;
-    while (at < entry.packed.size()) {
-        writer.write(Unpack(entry.packed, at), roots.topic);
-        const quint32 count = Unpack(entry.packed, at);
-        writer.write(count, roots.count);
-        for (quint32 i = 0; i < count; ++i)
-            writer.write(Unpack(entry.packed, at), roots.location);
-        writer.padToByte();
+// `packed` is the topic's packing of the word's places: how many, then the steps between them.
+void FullTextIndex::Data::addPlaces(WordEntry& entry, quint32 step, QByteArrayView packed) {
+    const auto* bytes = reinterpret_cast<const quint8*>(packed.data());
+    if (!roots) {
+        topicSteps.add(step);
+        Pack(placeChains, entry.places, step);
+        placeChains.append(entry.places, bytes, size_t(packed.size()));
+        return;
+    }
+    codes.clear(); // keeps its room for the next word
+    {
+        ScaleRootWriter writer(codes);
+        size_t at = 0;
+        WriteTopicCodes(writer, *roots, step, bytes, at);
+    }
+    placeChains.append(entry.places, codes.data(), codes.size());
+}
+
+// Chooses the roots that write the numbers counted so far in the fewest bits, and writes the
+// codes of the places packed so far with them.
+void FullTextIndex::Data::chooseRoots() {
+    roots = WordRoots{topicSteps.bestRoot(), codeCounts.bestRoot(), locationSteps.bestRoot()};
+    for (WordEntry& entry : words) {
+        const std::vector<quint8> packed = ChainedBytes::bytesOf(entry.places);
+        codes.clear();
+        {
+            ScaleRootWriter writer(codes);
+            for (size_t at = 0; at < packed.size();) {
+                const quint32 step = Unpack(packed.data(), at);
+                WriteTopicCodes(writer, *roots, step, packed.data(), at);
+            }
+        }
+        // The packed pieces stay unused in the store: they are few, as roots are chosen early.
+        entry.places = {};
+        placeChains.append(entry.places, codes.data(), codes.size());
     }
 }
 
-void FullTextIndex::Data::writeHeader(QByteArray& file, const WordTreeShape& tree,
-                                      const WordRoots& roots) const {
+void FullTextIndex::Data::writeHeader(QByteArray& file, const WordTreeShape& tree) const {
     char* header = file.data();
     auto put32 = [&](int offset, quint32 value) { qToLittleEndian(value, header + offset); };
     quint64 uniqueLength = 0;
@@ -265,11 +306,11 @@ void FullTextIndex::Data::writeHeader(QByteArray& file, const WordTreeShape& tre
     qToLittleEndian(tree.depth, header + 0x18);
     put32(0x1A, 7);
     header[0x1E] = 2;
-    header[0x1F] = char(roots.topic);
+    header[0x1F] = char(roots->topic);
     header[0x20] = 2;
-    header[0x21] = char(roots.count);
+    header[0x21] = char(roots->count);
     header[0x22] = 2;
-    header[0x23] = char(roots.location);
+    header[0x23] = char(roots->location);
     put32(0x2E, tree.nodeSize);
     put32(0x3E, longestWord);
     put32(0x42, quint32(std::min<quint64>(wordsIndexed, 0xFFFFFFFF)));
@@ -286,42 +327,16 @@ bool FullTextIndex::isEmpty() const {
     return m_data->words.empty();
 }
 
-void FullTextIndex::finish(const std::function<void(QByteArrayView)>& write, int threads) {
+void FullTextIndex::finish(const std::function<void(QByteArrayView)>& write) {
     Data& d = *m_data;
     if (d.words.empty()) return;
-    const WordRoots roots{d.topicSteps.bestRoot(), d.codeCounts.bestRoot(),
-                          d.locationSteps.bestRoot()};
+    if (!d.roots) d.chooseRoots();
     std::vector<TreeWord> tree;
     tree.reserve(d.words.size());
     for (const WordEntry& entry : d.words)
-        tree.push_back({d.textOf(entry), entry.inTitle, entry.topicCount, 0, 0});
+        tree.push_back({d.textOf(entry), entry.inTitle, entry.topicCount, 0, entry.places.size});
     const std::vector<quint32> order = SearchOrder(tree);
     std::vector<quint64>().swap(d.slots);
-
-    // Each word's location codes take the place of its packed places, a stretch of words a
-    // thread, so the index never needs room for both.
-    const std::vector<size_t> stretches = d.stretches(order, std::max(threads, 1));
-    const auto encode = [&](size_t stretch) {
-        std::vector<quint8> codes;
-        const size_t end = stretches[stretch + 1];
-        for (size_t i = stretches[stretch]; i < end; ++i) {
-            // The words come in search order, scattered over memory: their entries, then their
-            // places, are asked for a few words ahead.
-            if (i + 16 < end) __builtin_prefetch(&d.words[order[i + 16]]);
-            if (i + 8 < end) __builtin_prefetch(d.words[order[i + 8]].packed.data());
-            WordEntry& entry = d.words[order[i]];
-            codes.clear(); // keeps its room for the next word
-            d.appendLocationCodes(codes, entry, roots);
-            entry.packed = std::vector<quint8>(codes.cbegin(), codes.cend());
-            tree[order[i]].codesSize = quint32(codes.size());
-        }
-    };
-    std::vector<std::thread> encoders;
-    for (size_t stretch = 1; stretch + 1 < stretches.size(); ++stretch)
-        encoders.emplace_back(encode, stretch);
-    encode(0);
-    for (std::thread& encoder : encoders)
-        encoder.join();
 
     std::vector<TreeWord> sorted;
     sorted.reserve(tree.size());
@@ -335,40 +350,34 @@ void FullTextIndex::finish(const std::function<void(QByteArrayView)>& write, int
     QByteArray leaves;
     const WordTreeShape shape = AppendWordTree(leaves, offset, sorted);
     QByteArray header(kHeaderSize, '\0');
-    d.writeHeader(header, shape, roots);
+    d.writeHeader(header, shape);
 
     write(header);
-    for (quint32 id : order) {
-        std::vector<quint8>& codes = d.words[id].packed;
-        write(QByteArrayView(codes.data(), qsizetype(codes.size())));
-        std::vector<quint8>().swap(codes);
+    // The codes go out in search order, gathered into large pieces; the words lie all over
+    // memory, so their entries, then their codes, are asked for a few words ahead.
+    constexpr qsizetype kPieceSize = 1 << 18;
+    QByteArray piece;
+    piece.reserve(kPieceSize + (1 << 12));
+    for (size_t i = 0; i < order.size(); ++i) {
+        if (i + 16 < order.size()) __builtin_prefetch(&d.words[order[i + 16]]);
+        if (i + 8 < order.size())
+            __builtin_prefetch(ChainedBytes::start(d.words[order[i + 8]].places));
+        ChainedBytes::forEachPiece(d.words[order[i]].places, [&](const quint8* bytes, size_t size) {
+            piece.append(reinterpret_cast<const char*>(bytes), qsizetype(size));
+            if (piece.size() >= kPieceSize) {
+                write(piece);
+                piece.clear();
+            }
+        });
     }
+    write(piece);
     write(leaves);
 }
 
 QByteArray FullTextIndex::finish() {
     QByteArray file;
-    finish([&file](QByteArrayView piece) { file += piece; }, 1);
+    finish([&file](QByteArrayView piece) { file += piece; });
     return file;
-}
-
-// Where each thread's stretch of the ordered words starts, cut so the stretches hold about
-// the same number of packed bytes; the last entry is the end.
-std::vector<size_t> FullTextIndex::Data::stretches(const std::vector<quint32>& order,
-                                                   int count) const {
-    quint64 total = 0;
-    for (const WordEntry& entry : words)
-        total += entry.packed.size();
-    std::vector<size_t> starts{0};
-    quint64 reached = 0;
-    for (size_t i = 0; i < order.size(); ++i) {
-        if (reached >= total * starts.size() / quint64(count) && i > starts.back() &&
-            int(starts.size()) < count)
-            starts.push_back(i);
-        reached += words[order[i]].packed.size();
-    }
-    starts.push_back(order.size());
-    return starts;
 }
 
 } // namespace qmr::chm

@@ -37,10 +37,9 @@ class FullTextIndex {
 
     // Writes the $FIftiMain file through `write`, a piece at a time, the header first; nothing
     // when the index is empty. Called once, after the last topic. Memory stays well below the
-    // text's own size: the places of the words are kept packed as they arrive, and each word's
-    // location codes take the place of its packed places. `threads` threads write the codes;
-    // the bytes are the same for any number.
-    void finish(const std::function<void(QByteArrayView)>& write, int threads);
+    // text's own size: the words' location codes are kept as the file holds them, but for the
+    // first topics', whose places are kept packed until the codes' roots are chosen from them.
+    void finish(const std::function<void(QByteArrayView)>& write);
     // The whole file; empty when the index is.
     QByteArray finish();
 

@@ -1,8 +1,12 @@
 #include "chm/FullTextIndex.h"
+#include "chm/ChainedBytes.h"
 
+#include <QRandomGenerator>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
+
+#include <vector>
 
 using namespace qmr::chm;
 
@@ -71,4 +75,25 @@ TEST(FullTextIndex, NothingToIndexGivesNoFile) {
     FullTextIndex index(kEnglish);
     index.addTopic(0, QString(), QStringLiteral(" ... "));
     EXPECT_TRUE(index.finish().isEmpty());
+}
+
+// Words' codes grow a few bytes at a time, in turn, over many pieces of shared blocks: each chain
+// reads back as the bytes appended to it, across piece and block boundaries.
+TEST(FullTextIndex, ChainedBytesKeepEveryStringWhole) {
+    QRandomGenerator random(7);
+    ChainedBytes store;
+    std::vector<ChainedBytes::Chain> chains(300);
+    std::vector<std::vector<quint8>> expected(chains.size());
+    for (int round = 0; round < 20000; ++round) {
+        const size_t which = random.bounded(int(chains.size()));
+        std::vector<quint8> bytes(random.bounded(round % 100 == 0 ? 9000 : 40));
+        for (quint8& byte : bytes)
+            byte = quint8(random.bounded(256));
+        store.append(chains[which], bytes.data(), bytes.size());
+        expected[which].insert(expected[which].end(), bytes.begin(), bytes.end());
+    }
+    for (size_t i = 0; i < chains.size(); ++i) {
+        ASSERT_EQ(chains[i].size, expected[i].size()) << i;
+        ASSERT_EQ(ChainedBytes::bytesOf(chains[i]), expected[i]) << i;
+    }
 }
