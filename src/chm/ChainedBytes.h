@@ -57,8 +57,13 @@ class ChainedBytes {
     // The chain's bytes, one after another.
     static std::vector<quint8> bytesOf(const Chain& chain);
 
-    // The first bytes of the chain, as a prefetch asks for them.
+    // Where the chain's first byte is, and where the next byte appended goes (null when it will
+    // start a piece): the places a prefetch asks for.
     static const quint8* start(const Chain& chain) { return chain.first; }
+    static const quint8* appendPosition(const Chain& chain) {
+        return chain.lastRoom == 0 ? nullptr
+                                   : chain.last + PieceSize(chain.pieces - 1) - chain.lastRoom;
+    }
 
   private:
     static constexpr size_t kLinkSize = sizeof(quint8*);

@@ -142,7 +142,8 @@ struct FullTextIndex::Data {
     // The sizes of the numbers the codes hold, counted until the roots are chosen from them.
     BitLengthCounts topicSteps, codeCounts, locationSteps;
     std::optional<WordRoots> roots;
-    std::vector<quint8> codes; // one topic's codes of one word, as they are written
+    std::vector<quint8> codes;         // one topic's codes of one word, as they are written
+    std::vector<quint32> topicWordIds; // the ids of the words of the topic being added
     quint32 topicsIndexed = 0;
     quint32 lastTopic = 0;
     quint64 wordsIndexed = 0;
@@ -225,15 +226,24 @@ void FullTextIndex::addTopic(quint32 topicNumber, const TopicWords& topic) {
     Data& d = *m_data;
     if (d.topicsIndexed > 0 && topicNumber <= d.lastTopic)
         return; // out of order: the location codes could not name it
-    constexpr size_t kSlotsAhead = 16, kEntriesAhead = 8;
-    for (size_t i = 0; i < topic.words.size(); ++i) {
-        if (i + kSlotsAhead < topic.words.size()) d.prefetchSlot(topic.words[i + kSlotsAhead].hash);
-        if (i + kEntriesAhead < topic.words.size())
-            d.prefetchEntry(topic.words[i + kEntriesAhead].hash);
+    // The topic's words lie all over memory: they are looked up first, then their places added,
+    // and each pass asks for what the words a few places on will need ahead of their turn.
+    constexpr size_t kSlotsAhead = 16, kEntriesAhead = 8, kChainsAhead = 8;
+    const size_t count = topic.words.size();
+    d.topicWordIds.resize(count);
+    for (size_t i = 0; i < count; ++i) {
+        if (i + kSlotsAhead < count) d.prefetchSlot(topic.words[i + kSlotsAhead].hash);
+        if (i + kEntriesAhead < count) d.prefetchEntry(topic.words[i + kEntriesAhead].hash);
         const TopicWords::Word& word = topic.words[i];
-        WordEntry& entry = d.words[d.wordId(topic.text(word), word.inTitle, word.hash)];
+        d.topicWordIds[i] = d.wordId(topic.text(word), word.inTitle, word.hash);
+    }
+    for (size_t i = 0; i < count; ++i) {
+        if (i + kChainsAhead < count)
+            __builtin_prefetch(
+                ChainedBytes::appendPosition(d.words[d.topicWordIds[i + kChainsAhead]].places), 1);
+        WordEntry& entry = d.words[d.topicWordIds[i]];
         const quint32 step = entry.topicCount == 0 ? topicNumber : topicNumber - entry.lastTopic;
-        d.addPlaces(entry, step, topic.places(word));
+        d.addPlaces(entry, step, topic.places(topic.words[i]));
         entry.lastTopic = topicNumber;
         ++entry.topicCount;
     }
