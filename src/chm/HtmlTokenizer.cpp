@@ -60,7 +60,8 @@ bool HtmlTokenizer::next(HtmlToken& token) {
     token.rawTextOf = {};
     if (!m_rawTextTag.isEmpty() && readRawText(token)) return true;
     // "</>" is dropped, as browsers drop it.
-    while (m_in.sliced(qMin(m_pos, m_in.size())).startsWith("</>"))
+    while (m_pos + 2 < m_in.size() && m_in[m_pos] == '<' && m_in[m_pos + 1] == '/' &&
+           m_in[m_pos + 2] == '>')
         m_pos += 3;
     if (m_pos >= m_in.size()) return false;
     if (m_in[m_pos] != '<') {

@@ -21,19 +21,37 @@ quint64 Mix(quint64 h) {
     return h;
 }
 
+quint64 Load64(const char* p) {
+    quint64 v;
+    std::memcpy(&v, p, 8);
+    return v;
+}
+
+quint32 Load32(const char* p) {
+    quint32 v;
+    std::memcpy(&v, p, 4);
+    return v;
+}
+
+// The last 1 to 8 bytes of a word as one number, read in at most two loads: with the word's
+// length, which the hash starts from, they are told apart.
+quint64 Tail(const char* p, qsizetype n) {
+    if (n == 8) return Load64(p);
+    if (n >= 4) return Load32(p) | quint64(Load32(p + n - 4)) << 32;
+    return quint64(quint8(p[0])) | quint64(quint8(p[n / 2])) << 8 | quint64(quint8(p[n - 1])) << 16;
+}
+
 } // namespace
 
+// Run for every word of every page: its bytes are read eight at a time, the last ones without a
+// call to copy them.
 quint64 WordHash(QByteArrayView word, bool inTitle) {
     quint64 h = 0x9E3779B97F4A7C15ULL * quint64(word.size() * 2 + (inTitle ? 1 : 0) + 1);
-    qsizetype i = 0;
-    for (; i + 8 <= word.size(); i += 8) {
-        quint64 chunk;
-        std::memcpy(&chunk, word.data() + i, 8);
-        h = Mix(h ^ chunk);
-    }
-    quint64 tail = 0;
-    std::memcpy(&tail, word.data() + i, size_t(word.size() - i));
-    return Mix(h ^ tail);
+    const char* p = word.data();
+    qsizetype left = word.size();
+    for (; left > 8; left -= 8, p += 8)
+        h = Mix(h ^ Load64(p));
+    return left == 0 ? Mix(h) : Mix(h ^ Tail(p, left));
 }
 
 TopicWordCollector::TopicWordCollector(const QString& codePageName) : m_breaker(codePageName) {}
