@@ -22,25 +22,24 @@ bool IsInline(QByteArrayView name) {
 }
 
 // Resolves references and makes every run of blanks one blank, without blanks at the ends.
-// Written straight into the result's buffer: this runs over every character of every page.
-QString VisibleText(QStringView decoded) {
-    const QString resolved = ResolveCharacterReferences(decoded);
-    QString out(resolved.size(), Qt::Uninitialized);
-    char16_t* const start = reinterpret_cast<char16_t*>(out.data());
+// Done in the decoded text's own buffer, without a branch for the blanks of ASCII text: this
+// runs over every character of every page.
+QString VisibleText(QString text) {
+    if (text.contains(u'&')) text = ResolveCharacterReferences(text);
+    char16_t* const start = reinterpret_cast<char16_t*>(text.data());
+    const char16_t* const stop = start + text.size();
     char16_t* end = start;
-    bool blank = false;
-    for (const QChar character : resolved) {
-        const char16_t c = character.unicode();
-        if (c < 0x80 ? c <= 0x20 : QChar::isSpace(c)) {
-            blank = end != start;
-            continue;
-        }
-        if (blank) *end++ = u' ';
-        blank = false;
-        *end++ = c;
+    bool afterBlank = true; // no blank at the start
+    for (const char16_t* in = start; in != stop; ++in) {
+        const char16_t c = *in;
+        const bool blank = c < 0x80 ? c <= 0x20 : QChar::isSpace(c);
+        *end = blank ? u' ' : c;
+        end += !(blank && afterBlank); // a blank after a blank is dropped
+        afterBlank = blank;
     }
-    out.truncate(end - start);
-    return out;
+    if (end != start && end[-1] == u' ') --end;
+    text.truncate(end - start);
+    return text;
 }
 
 struct CollectedText {
