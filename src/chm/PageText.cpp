@@ -87,8 +87,9 @@ PageText ExtractPageText(QByteArrayView html, const CodePage& fallback) {
     const PageBytes page(html);
     const CodePage& codePage = CodePageOfCharset(DeclaredCharset(page), fallback);
     const CollectedText collected = Collect(page.bytes());
-    return {VisibleText(codePage.decode(collected.title)),
-            VisibleText(codePage.decode(collected.text))};
+    QString text = codePage.decode(collected.text);
+    if (text.contains(u'&')) text = ResolveCharacterReferences(text);
+    return {VisibleText(codePage.decode(collected.title)), text};
 }
 
 } // namespace qmr::chm

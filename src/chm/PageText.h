@@ -9,8 +9,10 @@ class CodePage;
 
 namespace qmr::chm {
 
-// What a reader sees of an HTML page: its <title> and its visible text (markup, scripts, style
-// sheets and comments removed, character references resolved, runs of blanks made one).
+// What a reader sees of an HTML page: its <title> (runs of blanks made one) and its visible text
+// (markup, scripts, style sheets and comments removed, character references resolved, a blank
+// between blocks). The text is what the full-text index breaks into words, which any run of
+// blanks parts alike: its blanks stand as in the page.
 struct PageText {
     QString title;
     QString text;
