@@ -6,12 +6,12 @@ namespace qmr::chm {
 
 namespace {
 
-void Pack(QByteArray& out, quint32 value) {
+void Pack(std::vector<char>& out, quint32 value) {
     while (value >= 0x80) {
-        out.append(char(0x80 | (value & 0x7F)));
+        out.push_back(char(0x80 | (value & 0x7F)));
         value >>= 7;
     }
-    out.append(char(value));
+    out.push_back(char(value));
 }
 
 quint64 Mix(quint64 h) {
@@ -68,14 +68,14 @@ quint32 TopicWordCollector::localId(QByteArrayView word, bool inTitle) {
             entry.textLength = quint8(word.size());
             entry.inTitle = inTitle;
             entry.hash = hash;
-            m_topic.texts.append(word);
+            m_topic.texts.insert(m_topic.texts.end(), word.begin(), word.end());
             m_topic.words.push_back(entry);
             m_slots[slot] = quint32(m_topic.words.size());
             return quint32(m_topic.words.size() - 1);
         }
         const TopicWords::Word& entry = m_topic.words[known - 1];
         if (entry.hash == hash && entry.inTitle == inTitle && entry.textLength == word.size() &&
-            std::memcmp(m_topic.texts.constData() + entry.textOffset, word.data(),
+            std::memcmp(m_topic.texts.data() + entry.textOffset, word.data(),
                         size_t(word.size())) == 0)
             return known - 1;
     }

@@ -26,15 +26,15 @@ struct TopicWords {
     };
 
     QByteArrayView text(const Word& word) const {
-        return QByteArrayView(texts).sliced(word.textOffset, word.textLength);
+        return QByteArrayView(texts.data() + word.textOffset, word.textLength);
     }
     QByteArrayView places(const Word& word) const {
-        return QByteArrayView(packed).sliced(word.packedOffset, word.packedSize);
+        return QByteArrayView(packed.data() + word.packedOffset, word.packedSize);
     }
 
-    std::vector<Word> words; // in the order of their first place
-    QByteArray texts;
-    QByteArray packed;
+    std::vector<Word> words;     // in the order of their first place
+    std::vector<char> texts;     // the words, one after another
+    std::vector<char> packed;    // their places, one word after another
     BitLengthCounts placeCounts; // how many places each word has
     BitLengthCounts placeSteps;  // the steps between them
     quint64 wordsIndexed = 0;    // places in the text, title words counted once
