@@ -168,15 +168,16 @@ QByteArray ItemId(int page) {
 class PageWriter {
   public:
     PageWriter(Random& random, EnglishProse& english, ChineseProse* chinese, const CodePage& big5,
-               int pages)
-        : m_random(random), m_english(english), m_chinese(chinese), m_big5(big5), m_pages(pages) {}
+               int pages, bool plainBody)
+        : m_random(random), m_english(english), m_chinese(chinese), m_big5(big5), m_pages(pages),
+          m_body(plainBody ? "<body>\n" : "<body class=\"article\">\n") {}
 
     // The page's bytes and, in `title`, its title in the page's encoding.
     QByteArray page(int number, bool chinese, QByteArray* title) {
         m_isChinese = chinese;
         *title = chinese ? m_big5.encode(m_chinese->title()) : m_english.title();
         const int target = 9000 + int(m_random.below(4000));
-        QByteArray html = head(*title, number) + "<body class=\"article\">\n" + navigation();
+        QByteArray html = head(*title, number) + m_body + navigation();
         html += "<main><article>\n<h1>" + Escaped(*title) +
                 "</h1>\n<p class=\"byline\">By <a "
                 "href=\"../" +
@@ -280,6 +281,7 @@ class PageWriter {
     ChineseProse* m_chinese;
     const CodePage& m_big5;
     int m_pages;
+    QByteArray m_body;
     bool m_isChinese = false;
 };
 
@@ -362,7 +364,8 @@ bool WriteBookProject(const QString& folder, const BookProjectOptions& options,
     EnglishProse english(random);
     std::optional<ChineseProse> chinese;
     if (options.big5) chinese.emplace(random, big5);
-    PageWriter writer(random, english, chinese ? &*chinese : nullptr, big5, options.pages);
+    PageWriter writer(random, english, chinese ? &*chinese : nullptr, big5, options.pages,
+                      options.plainBody);
     *size = {};
     QByteArray files, contents = SitemapHead() + "   <UL>\r\n",
                       keywords = SitemapHead() + "<UL>\r\n";

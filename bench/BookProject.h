@@ -13,6 +13,10 @@ struct BookProjectOptions {
     bool big5 = false;
     // "Full-text search=Yes", as the e-book build writes it; No to compare the books without.
     bool fullTextSearch = true;
+    // Pages open their text with a bare <body> rather than <body class="article">: chmcmd's
+    // full-text index takes no text after a <body> with attributes, and only then holds what
+    // ours does.
+    bool plainBody = false;
     quint32 seed = 1;
 };
 

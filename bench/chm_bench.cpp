@@ -1,8 +1,8 @@
 // Times our HTML Help compiler beside chmcmd on generated projects shaped as the e-book build
 // writes them (BookProject.h), each compile a process of its own so that its processor time and
 // peak memory are its own:
-//   chm_bench [--pages 2000,20000] [--big5] [--no-full-text] [--jobs 2] [--repeat 3]
-//             [--chmcmd-up-to 2000] [--folder DIR]
+//   chm_bench [--pages 2000,20000] [--big5] [--no-full-text] [--plain-body] [--jobs 2]
+//             [--repeat 3] [--chmcmd-up-to 2000] [--folder DIR]
 // Projects are generated once into DIR (default: a temporary folder) and kept there. chmcmd
 // runs as `chmcmd --no-html-scan Index.hhp` in the project folder, so both compilers pack the
 // same [FILES].
@@ -82,18 +82,20 @@ int CompileOnly(const QString& project, const QString& book, int jobs) {
     return ok ? 0 : 1;
 }
 
-QString ProjectFolder(const QString& root, int pages, bool big5, bool fullText) {
-    const QString folder = root + QStringLiteral("/%1-%2%3/")
+QString ProjectFolder(const QString& root, int pages, bool big5, bool fullText, bool plainBody) {
+    const QString folder = root + QStringLiteral("/%1-%2%3%4/")
                                       .arg(big5 ? "big5" : "english")
                                       .arg(pages)
-                                      .arg(fullText ? "" : "-no-fts");
+                                      .arg(fullText ? "" : "-no-fts")
+                                      .arg(plainBody ? "-plain-body" : "");
     if (QFile::exists(folder + QStringLiteral("complete"))) return folder;
     QDir(folder).removeRecursively();
     std::printf("generating %s ...\n", qPrintable(folder));
     std::fflush(stdout);
     qmr::bench::BookProjectSize size;
     QString error;
-    if (!qmr::bench::WriteBookProject(folder, {pages, big5, fullText, 1}, &size, &error)) {
+    if (!qmr::bench::WriteBookProject(folder, {pages, big5, fullText, plainBody, 1}, &size,
+                                      &error)) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
         return {};
     }
@@ -157,13 +159,15 @@ int main(int argc, char** argv) {
     const int chmcmdUpTo = option("--chmcmd-up-to", QStringLiteral("2000")).toInt();
     const bool big5 = args.contains(QStringLiteral("--big5"));
     const bool fullText = !args.contains(QStringLiteral("--no-full-text"));
+    const bool plainBody = args.contains(QStringLiteral("--plain-body"));
     QTemporaryDir temporary;
     const QString root = option("--folder", temporary.path());
     const bool haveChmcmd = !QStandardPaths::findExecutable(QStringLiteral("chmcmd")).isEmpty();
     const QString self = QFileInfo(QString::fromLocal8Bit(argv[0])).absoluteFilePath();
 
     for (int pages : pageCounts) {
-        const QString folder = ProjectFolder(QDir(root).absolutePath(), pages, big5, fullText);
+        const QString folder =
+            ProjectFolder(QDir(root).absolutePath(), pages, big5, fullText, plainBody);
         if (folder.isEmpty()) return 1;
         const double contentMb = double(ContentBytes(folder)) / 1e6;
         std::vector<Measure> ours, theirs;
