@@ -4,6 +4,7 @@
 #include "chm/ChainedBytes.h"
 #include "chm/ScaleRootCode.h"
 #include "chm/TopicWords.h"
+#include "chm/WordBytes.h"
 #include "chm/WordTree.h"
 
 #include <QtEndian>
@@ -19,8 +20,6 @@ namespace qmr::chm {
 namespace {
 
 constexpr qsizetype kHeaderSize = 0x400;
-
-constexpr int kHeadBytes = 14;
 
 // Places seen before the roots of the location codes are chosen from them: enough for the
 // numbers to show their usual sizes, so that a large book's codes can be written as its topics
@@ -40,7 +39,7 @@ struct WordEntry {
     quint32 textOffset = 0;
     quint8 textLength = 0;
     bool inTitle = false;
-    char head[kHeadBytes] = {};
+    WordHead head;
 };
 
 static_assert(sizeof(WordEntry) <= 64);
@@ -155,9 +154,8 @@ bool FullTextIndex::Data::holds(const WordEntry& entry, QByteArrayView word, boo
                                 quint64 hash) const {
     if (entry.hash != hash || entry.inTitle != inTitle || entry.textLength != word.size())
         return false;
-    const qsizetype head = std::min<qsizetype>(word.size(), kHeadBytes);
-    return std::memcmp(entry.head, word.data(), size_t(head)) == 0 &&
-           (word.size() <= kHeadBytes || textOf(entry).sliced(head) == word.sliced(head));
+    return entry.head == HeadOf(word) &&
+           (word.size() <= 16 || textOf(entry).sliced(16) == word.sliced(16));
 }
 
 quint32 FullTextIndex::Data::wordId(QByteArrayView word, bool inTitle, quint64 hash) {
@@ -172,8 +170,7 @@ quint32 FullTextIndex::Data::wordId(QByteArrayView word, bool inTitle, quint64 h
             entry.textOffset = quint32(wordText.size());
             entry.textLength = quint8(word.size());
             entry.inTitle = inTitle;
-            std::memcpy(entry.head, word.data(),
-                        size_t(std::min<qsizetype>(word.size(), kHeadBytes)));
+            entry.head = HeadOf(word);
             wordText.append(word);
             words.push_back(std::move(entry));
             slots[slot] = high | quint64(words.size());

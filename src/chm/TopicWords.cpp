@@ -1,5 +1,7 @@
 #include "chm/TopicWords.h"
 
+#include "chm/WordBytes.h"
+
 #include <cstring>
 
 namespace qmr::chm {
@@ -21,26 +23,6 @@ quint64 Mix(quint64 h) {
     return h;
 }
 
-quint64 Load64(const char* p) {
-    quint64 v;
-    std::memcpy(&v, p, 8);
-    return v;
-}
-
-quint32 Load32(const char* p) {
-    quint32 v;
-    std::memcpy(&v, p, 4);
-    return v;
-}
-
-// The last 1 to 8 bytes of a word as one number, read in at most two loads: with the word's
-// length, which the hash starts from, they are told apart.
-quint64 Tail(const char* p, qsizetype n) {
-    if (n == 8) return Load64(p);
-    if (n >= 4) return Load32(p) | quint64(Load32(p + n - 4)) << 32;
-    return quint64(quint8(p[0])) | quint64(quint8(p[n / 2])) << 8 | quint64(quint8(p[n - 1])) << 16;
-}
-
 } // namespace
 
 // Run for every word of every page: its bytes are read eight at a time, the last ones without a
@@ -50,8 +32,8 @@ quint64 WordHash(QByteArrayView word, bool inTitle) {
     const char* p = word.data();
     qsizetype left = word.size();
     for (; left > 8; left -= 8, p += 8)
-        h = Mix(h ^ Load64(p));
-    return left == 0 ? Mix(h) : Mix(h ^ Tail(p, left));
+        h = Mix(h ^ LoadBytes64(p));
+    return left == 0 ? Mix(h) : Mix(h ^ ShortBytes(p, left));
 }
 
 TopicWordCollector::TopicWordCollector(const QString& codePageName) : m_breaker(codePageName) {}
@@ -75,8 +57,7 @@ quint32 TopicWordCollector::localId(QByteArrayView word, bool inTitle) {
         }
         const TopicWords::Word& entry = m_topic.words[known - 1];
         if (entry.hash == hash && entry.inTitle == inTitle && entry.textLength == word.size() &&
-            std::memcmp(m_topic.texts.data() + entry.textOffset, word.data(),
-                        size_t(word.size())) == 0)
+            SameBytes(m_topic.text(entry), word))
             return known - 1;
     }
 }

@@ -1,5 +1,6 @@
 #include "chm/FullTextIndex.h"
 #include "chm/ChainedBytes.h"
+#include "chm/WordBytes.h"
 
 #include <QRandomGenerator>
 #include <QtEndian>
@@ -95,5 +96,24 @@ TEST(FullTextIndex, ChainedBytesKeepEveryStringWhole) {
     for (size_t i = 0; i < chains.size(); ++i) {
         ASSERT_EQ(chains[i].size, expected[i].size()) << i;
         ASSERT_EQ(ChainedBytes::bytesOf(chains[i]), expected[i]) << i;
+    }
+}
+
+// Words are told apart by whole numbers loaded from their bytes: a word of any length differs
+// from itself with any one byte changed, and equals a copy of itself elsewhere.
+TEST(FullTextIndex, WordBytesTellEveryByteApart) {
+    QRandomGenerator random(11);
+    for (int length = 1; length <= 24; ++length) {
+        for (int at = 0; at < length; ++at) {
+            QByteArray word(length, '\0');
+            for (char& c : word)
+                c = char(random.bounded(1, 256));
+            const QByteArray copy = word;
+            QByteArray changed = word;
+            changed[at] = char(changed[at] ^ (1 << random.bounded(8)));
+            EXPECT_TRUE(SameBytes(word, copy)) << length;
+            EXPECT_FALSE(SameBytes(word, changed)) << length << " at " << at;
+            EXPECT_EQ(HeadOf(word) == HeadOf(changed), at >= 16) << length << " at " << at;
+        }
     }
 }
