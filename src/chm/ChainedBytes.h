@@ -33,8 +33,7 @@ class ChainedBytes {
         while (size > 0) {
             if (chain.lastRoom == 0) addPiece(chain);
             const size_t take = std::min<size_t>(size, chain.lastRoom);
-            quint8* end = chain.last + PieceSize(chain.pieces - 1) - chain.lastRoom;
-            std::memcpy(end, bytes, take);
+            std::memcpy(freeSpace(chain), bytes, take);
             chain.lastRoom = quint16(chain.lastRoom - take);
             chain.size += quint32(take);
             bytes += take;
@@ -57,12 +56,11 @@ class ChainedBytes {
     // The chain's bytes, one after another.
     static std::vector<quint8> bytesOf(const Chain& chain);
 
-    // Where the chain's first byte is, and where the next byte appended goes (null when it will
-    // start a piece): the places a prefetch asks for.
+    // Where the chain's first piece is, and where the next byte appended goes (null when it
+    // will start a piece): the places a prefetch asks for.
     static const quint8* start(const Chain& chain) { return chain.first; }
     static const quint8* appendPosition(const Chain& chain) {
-        return chain.lastRoom == 0 ? nullptr
-                                   : chain.last + PieceSize(chain.pieces - 1) - chain.lastRoom;
+        return chain.lastRoom == 0 ? nullptr : freeSpace(chain);
     }
 
   private:
@@ -72,6 +70,10 @@ class ChainedBytes {
     // Pieces double from 32 bytes up to 4 KB: a word found once wastes little, a common one
     // takes few pieces.
     static size_t PieceSize(int n) { return size_t(32) << std::min(n, 7); }
+
+    static quint8* freeSpace(const Chain& chain) {
+        return chain.last + PieceSize(chain.pieces - 1) - chain.lastRoom;
+    }
 
     static quint8* next(const quint8* piece) {
         quint8* link;

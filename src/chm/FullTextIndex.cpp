@@ -10,7 +10,6 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -155,7 +154,8 @@ bool FullTextIndex::Data::holds(const WordEntry& entry, QByteArrayView word, boo
     if (entry.hash != hash || entry.inTitle != inTitle || entry.textLength != word.size())
         return false;
     return entry.head == HeadOf(word) &&
-           (word.size() <= 16 || textOf(entry).sliced(16) == word.sliced(16));
+           (word.size() <= kWordHeadBytes ||
+            textOf(entry).sliced(kWordHeadBytes) == word.sliced(kWordHeadBytes));
 }
 
 quint32 FullTextIndex::Data::wordId(QByteArrayView word, bool inTitle, quint64 hash) {

@@ -5,6 +5,8 @@
 #include "chm/HtmlTokenizer.h"
 #include "platform/CodePage.h"
 
+#include <utility>
+
 namespace qmr::chm {
 namespace {
 
@@ -21,11 +23,14 @@ bool IsInline(QByteArrayView name) {
     return false;
 }
 
-// Resolves references and makes every run of blanks one blank, without blanks at the ends.
-// Done in the decoded text's own buffer, without a branch for the blanks of ASCII text: this
-// runs over every character of every page.
-QString VisibleText(QString text) {
-    if (text.contains(u'&')) text = ResolveCharacterReferences(text);
+QString Resolved(QString text) {
+    return text.contains(u'&') ? ResolveCharacterReferences(text) : text;
+}
+
+// Resolves references and makes every run of blanks one blank, without blanks at the ends, in
+// the decoded text's own buffer.
+QString VisibleText(QString decoded) {
+    QString text = Resolved(std::move(decoded));
     char16_t* const start = reinterpret_cast<char16_t*>(text.data());
     const char16_t* const stop = start + text.size();
     char16_t* end = start;
@@ -87,9 +92,8 @@ PageText ExtractPageText(QByteArrayView html, const CodePage& fallback) {
     const PageBytes page(html);
     const CodePage& codePage = CodePageOfCharset(DeclaredCharset(page), fallback);
     const CollectedText collected = Collect(page.bytes());
-    QString text = codePage.decode(collected.text);
-    if (text.contains(u'&')) text = ResolveCharacterReferences(text);
-    return {VisibleText(codePage.decode(collected.title)), text};
+    return {VisibleText(codePage.decode(collected.title)),
+            Resolved(codePage.decode(collected.text))};
 }
 
 } // namespace qmr::chm

@@ -28,6 +28,8 @@ inline quint64 ShortBytes(const char* p, qsizetype n) {
     return quint64(quint8(p[0])) | quint64(quint8(p[n / 2])) << 8 | quint64(quint8(p[n - 1])) << 16;
 }
 
+inline constexpr qsizetype kWordHeadBytes = 16;
+
 // The first 16 bytes of a word (all of a shorter one) as two numbers: with the word's length,
 // they tell words of up to 16 bytes apart.
 struct WordHead {
@@ -39,15 +41,15 @@ struct WordHead {
 inline WordHead HeadOf(QByteArrayView word) {
     const char* p = word.data();
     const qsizetype n = word.size();
-    if (n >= 16) return {LoadBytes64(p), LoadBytes64(p + 8)};
+    if (n >= kWordHeadBytes) return {LoadBytes64(p), LoadBytes64(p + 8)};
     if (n > 8) return {LoadBytes64(p), LoadBytes64(p + n - 8)};
     return {n == 0 ? 0 : ShortBytes(p, n), 0};
 }
 
 // True when two words of the same length hold the same bytes.
 inline bool SameBytes(QByteArrayView a, QByteArrayView b) {
-    return a.size() <= 16 ? HeadOf(a) == HeadOf(b)
-                          : std::memcmp(a.data(), b.data(), size_t(a.size())) == 0;
+    return a.size() <= kWordHeadBytes ? HeadOf(a) == HeadOf(b)
+                                      : std::memcmp(a.data(), b.data(), size_t(a.size())) == 0;
 }
 
 } // namespace qmr::chm
