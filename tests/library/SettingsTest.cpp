@@ -20,9 +20,10 @@ using test::ReadBytes;
 using test::RecordingHost;
 using test::TempFolder;
 
-// The shared settings object's Default carries over: a missing name reads empty in a fresh
-// run, and "index.html" once any property page has been loaded.
-TEST(Settings, PropertyPageLoadsWithTheCarriedOverDefault) {
+// A trimmed name in the local code page, and "1.0" read as a number like any other setting; a
+// missing MakeChmFile is on, and reads write nothing. (The list's tests show the Default that the
+// shared settings object carries over to a missing name.)
+TEST(Settings, PropertyPageLoadsTheStoredOptions) {
     TempFolder withName;
     TempFolder without;
     withName.write(
@@ -31,19 +32,14 @@ TEST(Settings, PropertyPageLoadsWithTheCarriedOverDefault) {
         "[Content]\r\nMakeChmFile=1.0\r\nHomePageFilename=start.html\r\n");
     RecordingHost host;
     AppSettings settings(host);
-    EXPECT_EQ(settings.ReadScrapbookName(ScrapbookIniPath(without.path())), QString());
-    ScrapbookProperties properties = settings.load_ScrapbookName(ScrapbookIniPath(without.path()));
-    EXPECT_FALSE(properties.linkToSourceURL);
-    EXPECT_TRUE(properties.makeChmFile); // the default set just before the read
-    EXPECT_EQ(settings.SharedIni.Default, u"index.html"_s);
-
-    properties = settings.load_ScrapbookName(ScrapbookIniPath(withName.path()));
+    EXPECT_TRUE(settings.load_ScrapbookName(ScrapbookIniPath(without.path())).makeChmFile);
+    const ScrapbookProperties properties =
+        settings.load_ScrapbookName(ScrapbookIniPath(withName.path()));
     EXPECT_EQ(properties.name, u"台 Notes"_s);
     EXPECT_TRUE(properties.linkToSourceURL);
-    EXPECT_TRUE(properties.makeChmFile); // "1.0" reads as a number like any other setting
+    EXPECT_TRUE(properties.makeChmFile);
     EXPECT_EQ(settings.HomePageFilename, u"start.html"_s);
-    EXPECT_EQ(settings.ReadScrapbookName(ScrapbookIniPath(without.path())), u"index.html");
-    EXPECT_FALSE(QFileInfo::exists(ScrapbookIniPath(without.path()))); // reads write nothing
+    EXPECT_FALSE(QFileInfo::exists(ScrapbookIniPath(without.path())));
     EXPECT_TRUE(host.messages.isEmpty());
     EXPECT_EQ(SettingNumber(u" 12ab"_s), 12);
     EXPECT_EQ(SettingNumber(u"index.html"_s), 0);
