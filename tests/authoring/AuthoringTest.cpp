@@ -291,8 +291,6 @@ TEST(FolderConversion, ConvertsTheFolderWithoutTouchingItsFiles) {
     const QString folder = makeTripNotes(root);
     const auto before = FilesBelow(folder);
     const QStringList names = ListFolderFiles(folder);
-    EXPECT_EQ(names, (QStringList{"a b@c&d=e.txt", "a.txt", "data.txt", "empty.dat",
-                                  "File-Source.TXT", "report.pdf", "剪報 2008.txt"}));
     RecordingHost host;
     // A subfolder passed with the files is skipped like any other.
     const ConversionResult result =
@@ -320,30 +318,10 @@ TEST(FolderConversion, ConvertsTheFolderWithoutTouchingItsFiles) {
     EXPECT_EQ(SanitizeItemName(u"50%#'剪.txt"_s), u"50%#'剪.txt"_s);
 }
 
-TEST(FolderConversion, EdgesOfWhatItTakes) {
-    TempFolder root;
-    TempFolder app;
-    RecordingHost host;
-    // A name the local code page cannot hold: logged; the copy keeps the real name and the
-    // catalogue shows "?" for the character.
-    root.write(u"Cafe/café.txt"_s, "x");
-    ConversionResult result = convert(host, root.path() + u"Cafe"_s, app.path(), {"café.txt"});
-    ASSERT_TRUE(result.ok);
-    ASSERT_EQ(host.log.size(), 1);
-    EXPECT_TRUE(host.log.first().startsWith(u"café.txt: "_s));
-    EXPECT_TRUE(QFileInfo::exists(result.scrapbookFolder + "data/20080309000001/café.txt"));
-    EXPECT_TRUE(ReadBytes(result.scrapbookFolder + u"scrapbook.rdf"_s)
-                    .contains("NS1:title=\"00000001-caf?.txt\" />"));
-    // A target it cannot write.
-    root.write(u"Blocked/scrapbook"_s, "a file where the scrapbook folder goes");
-    root.write(u"Blocked/a.txt"_s, "A");
-    result = convert(host, root.path() + u"Blocked"_s, app.path(), {"a.txt"});
-    EXPECT_FALSE(result.ok);
-    EXPECT_TRUE(result.problem.contains(u"write"_s));
-}
-
-// Each bad input is refused before anything is written: no scrapbook folder, no identifier.
-TEST(FolderConversion, RefusesBadInputBeforeWritingAnything) {
+// Each bad input is refused before anything is written: no scrapbook folder, no identifier. A
+// name the local code page cannot hold is logged and converted; a target that cannot be
+// written fails the conversion.
+TEST(FolderConversion, BadInputAndTheEdgesOfWhatItTakes) {
     TempFolder root;
     TempFolder app;
     const QString folder = makeTripNotes(root);
@@ -378,6 +356,24 @@ TEST(FolderConversion, RefusesBadInputBeforeWritingAnything) {
         root.write(u"Many/f%1"_s.arg(i), QByteArray());
     expectRefused(root.path() + u"Many"_s, ListFolderFiles(root.path() + u"Many"_s),
                   {"Many", "more than 10001 files"});
+
+    // The copy of a name the local code page cannot hold keeps it; the catalogue shows "?".
+    RecordingHost host;
+    root.write(u"Cafe/café.txt"_s, "x");
+    const ConversionResult converted =
+        convert(host, root.path() + u"Cafe"_s, app.path(), {"café.txt"});
+    ASSERT_TRUE(converted.ok);
+    ASSERT_EQ(host.log.size(), 1);
+    EXPECT_TRUE(host.log.first().startsWith(u"café.txt: "_s));
+    EXPECT_TRUE(QFileInfo::exists(converted.scrapbookFolder + "data/20080309000001/café.txt"));
+    EXPECT_TRUE(ReadBytes(converted.scrapbookFolder + u"scrapbook.rdf"_s)
+                    .contains("NS1:title=\"00000001-caf?.txt\" />"));
+    root.write(u"Blocked/scrapbook"_s, "a file where the scrapbook folder goes");
+    root.write(u"Blocked/a.txt"_s, "A");
+    const ConversionResult blocked =
+        convert(host, root.path() + u"Blocked"_s, app.path(), {"a.txt"});
+    EXPECT_FALSE(blocked.ok);
+    EXPECT_TRUE(blocked.problem.contains(u"write"_s));
 }
 
 // Scrapbooks below a folder of their own, with an application folder and the place of the

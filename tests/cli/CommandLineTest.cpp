@@ -197,34 +197,12 @@ struct FakeMachine {
     }
 };
 
-// The list as the window shows it after start-up; a store line without "*" is skipped, told
-// on stderr with its line, and makes the exit code 2. Nothing is written.
-TEST(ListCommand, ShowsTheListAsAfterStartUp) {
-    FakeMachine m;
-    MakeScrapbook(m.root, m.addFirefoxProfiles().mid(m.root.path().size()), 3, "Mine");
-    MakeScrapbook(m.root, u"books/Recipes"_s, 37, "Recipes");
-    MakeScrapbook(m.root, u"books/Taiwan"_s, 12, QByteArray(kBig5Taiwan) + "\xAC\xDB\xC3\xAF");
-    MakeScrapbook(m.root, u"books/Garden"_s, 0);
-    MakeScrapbook(m.root, u"books/recipes"_s, 2, "Other");
-    const QByteArray store = "Recipes*" + m.rootBytes + "books/Recipes/\r\n" + kBig5Taiwan + "*" +
-                             m.rootBytes + "books/Taiwan\r\nGarden*" + m.rootBytes +
-                             "books/Garden\r\na line without a star\r\n\r\nGone*" + m.rootBytes +
-                             "books/Gone/\r\nRecipes again*" + m.rootBytes + "books/recipes/\r\n";
-    m.root.write(u"app/ScrapBookStore.txt"_s, store);
-
-    const RunResult run = m.run({u"list"_s});
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_EQ(run.out.toUtf8(),
-              Golden(u"library/quillmere-list.txt"_s, "@root@", m.root.path().toLower().toUtf8()));
-    EXPECT_TRUE(run.err.startsWith(u"quillmere: %1ScrapBookStore.txt: line 4: "_s.arg(m.app)));
-    EXPECT_EQ(ReadBytes(m.app + u"ScrapBookStore.txt"_s), store);
-    EXPECT_EQ(QDir(m.app).entryList(QDir::Files), QStringList{"ScrapBookStore.txt"});
-}
-
 // `store add` makes the store and adds each folder once. File=<catalogue>, as the desktop
 // passes it unquoted, lists that scrapbook and adds it to the store; without a store file it
-// is listed but not kept, and stderr says so.
-TEST(StoreAndListCommands, TheStoreTakesEachFolderOnce) {
+// is listed but not kept, and stderr says so. The list is as the window shows it after
+// start-up; a store line without "*" is skipped, told on stderr with its line, and makes the
+// exit code 2. Nothing is written.
+TEST(StoreAndListCommands, TheStoreTakesEachFolderOnceAndTheListIsAsAtStartUp) {
     FakeMachine m;
     MakeScrapbook(m.root, u"books/New Book"_s, 1, "New");
     const QStringList list{u"list"_s, u"File="_s + m.root.path() + u"books/New"_s,
@@ -245,6 +223,25 @@ TEST(StoreAndListCommands, TheStoreTakesEachFolderOnce) {
     EXPECT_EQ(run.err, QString());
     EXPECT_EQ(ReadBytes(store),
               "Cats*" + cats.toUtf8() + "\r\nNew Book*" + m.rootBytes + "books/New Book/\r\n");
+
+    MakeScrapbook(m.root, m.addFirefoxProfiles().mid(m.root.path().size()), 3, "Mine");
+    MakeScrapbook(m.root, u"books/Recipes"_s, 37, "Recipes");
+    MakeScrapbook(m.root, u"books/Taiwan"_s, 12, QByteArray(kBig5Taiwan) + "\xAC\xDB\xC3\xAF");
+    MakeScrapbook(m.root, u"books/Garden"_s, 0);
+    MakeScrapbook(m.root, u"books/recipes"_s, 2, "Other");
+    const QByteArray stored = "Recipes*" + m.rootBytes + "books/Recipes/\r\n" + kBig5Taiwan + "*" +
+                              m.rootBytes + "books/Taiwan\r\nGarden*" + m.rootBytes +
+                              "books/Garden\r\na line without a star\r\n\r\nGone*" + m.rootBytes +
+                              "books/Gone/\r\nRecipes again*" + m.rootBytes + "books/recipes/\r\n";
+    m.root.write(u"app/ScrapBookStore.txt"_s, stored);
+
+    run = m.run({u"list"_s});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.out.toUtf8(),
+              Golden(u"library/quillmere-list.txt"_s, "@root@", m.root.path().toLower().toUtf8()));
+    EXPECT_TRUE(run.err.startsWith(u"quillmere: %1ScrapBookStore.txt: line 4: "_s.arg(m.app)));
+    EXPECT_EQ(ReadBytes(store), stored);
+    EXPECT_EQ(QDir(m.app).entryList(QDir::Files), QStringList{"ScrapBookStore.txt"});
 }
 
 // The new scrapbook is registered as the list's rules have it: the second entry for the same
@@ -367,25 +364,10 @@ TEST(WebsiteCommand, TheExampleSiteHasNoDeadLinkAndChromiumReadsIt) {
     EXPECT_TRUE(run.out.contains(u"Picture copies: 0 made, 5 up to date, 0 skipped"_s));
 }
 
-TEST(WebsiteCommand, OneStepAndAnUnwritableFolder) {
-    TempFolder temp;
-    const QString book = test::CopyOfExample(temp);
-    ASSERT_EQ(RunQuillmereProgram({"website", book, "--step", "icons"}).exitCode, 0);
-    EXPECT_TRUE(QFile::exists(book + u"data/20240303111520/100x75/clay-teapot.jpg"_s));
-    EXPECT_FALSE(QFile::exists(book + u"data/20240303111520/640x480"_s));
-    EXPECT_FALSE(QFile::exists(book + u"data/qmr/PhotoIcons001.html"_s));
-
-    // A file where the website's folder belongs: the build fails, naming it.
-    QDir(book + u"data/qmr"_s).removeRecursively();
-    temp.write(u"sample-scrapbook/data/qmr"_s, "in the way");
-    const test::RunResult blocked = RunQuillmereProgram({"website", book, "--step", "home"});
-    EXPECT_EQ(blocked.exitCode, 1);
-    EXPECT_TRUE(blocked.err.contains(book + u"data/qmr/"_s)) << blocked.err.toStdString();
-}
-
 // The question is asked on the terminal (here one that `script` makes) or answered by --yes;
-// a clip name that holds no date is named and the playlists still written.
-TEST(WebsiteCommand, VideosAskAndPlaylistsNameUndatedClips) {
+// a clip name that holds no date is named and the playlists still written. One step makes only
+// its own files, and a file where the website's folder belongs fails the build, naming it.
+TEST(WebsiteCommand, VideosPlaylistsOneStepAndAnUnwritableFolder) {
     TempFolder temp;
     const QString book = test::CopyOfExample(temp);
     const QString page = book + u"data/20240306093000/org.html"_s;
@@ -404,6 +386,17 @@ TEST(WebsiteCommand, VideosAskAndPlaylistsNameUndatedClips) {
     const test::RunResult undated = RunQuillmereProgram({"playlists", book});
     EXPECT_EQ(undated.exitCode, 2);
     EXPECT_TRUE(undated.out.contains(u"steeping-D(2024-1306-093000).wmv holds no date"_s));
+
+    ASSERT_EQ(RunQuillmereProgram({"website", book, "--step", "icons"}).exitCode, 0);
+    EXPECT_TRUE(QFile::exists(book + u"data/20240303111520/100x75/clay-teapot.jpg"_s));
+    EXPECT_FALSE(QFile::exists(book + u"data/20240303111520/640x480"_s));
+    EXPECT_FALSE(QFile::exists(book + u"data/qmr/PhotoIcons001.html"_s));
+
+    QDir(book + u"data/qmr"_s).removeRecursively();
+    temp.write(u"sample-scrapbook/data/qmr"_s, "in the way");
+    const test::RunResult blocked = RunQuillmereProgram({"website", book, "--step", "home"});
+    EXPECT_EQ(blocked.exitCode, 1);
+    EXPECT_TRUE(blocked.err.contains(book + u"data/qmr/"_s)) << blocked.err.toStdString();
 }
 
 // Collections people published build whole; their broken pictures are logged and skipped.

@@ -209,15 +209,14 @@ TEST(ProjectFile, WritesEveryLineAsTheGoldenFilesShow) {
         {EbookLanguage::ChineseTraditional, false, "index.html", "Index-traditional.hhp"},
         {EbookLanguage::ChineseSimplified, true, "start.html", "Index-simplified-source-links.hhp"},
     };
+    EbookFixture s(pages(
+        {{u"20080101000001"_s, true}, {u"20080101000002"_s, false}, {u"20080101000003"_s, true}}));
+    s.build->folder = book.path();
+    QString error;
     for (const auto& c : cases) {
-        EbookFixture s(pages({{u"20080101000001"_s, true},
-                              {u"20080101000002"_s, false},
-                              {u"20080101000003"_s, true}}));
-        s.build->folder = book.path();
         s.build->options.language = c.language;
         s.build->options.linkToSourceURL = c.linkToSourceURL;
         s.build->options.homePageFilename = QString::fromLatin1(c.startPage);
-        QString error;
         ASSERT_TRUE(hhp(*s.build, book.path() + u"Index.hhp"_s, files, &error))
             << error.toStdString();
         EXPECT_TRUE(SameText(Golden(u"ebook/"_s + QLatin1String(c.golden), "{app}",
@@ -225,6 +224,9 @@ TEST(ProjectFile, WritesEveryLineAsTheGoldenFilesShow) {
                              ReadBytes(book.path() + u"Index.hhp"_s)))
             << c.golden;
     }
+    // An unwritable path fails with the reason.
+    EXPECT_FALSE(hhp(*s.build, book.path() + u"Index.hhp/Index.hhp"_s, files, &error));
+    EXPECT_FALSE(error.isEmpty());
 }
 
 TEST(ProjectFile, GathersFilesByNameThenSubFoldersAndStaysInside) {
@@ -244,12 +246,6 @@ TEST(ProjectFile, GathersFilesByNameThenSubFoldersAndStaysInside) {
                            root + ".hidden/h.txt", root + "other/x.txt", root + "sub/z.txt",
                            root + "sub/deeper/y.txt"}));
     EXPECT_TRUE(GatherScrapbookFiles(root + u"missing/"_s).isEmpty());
-
-    // An unwritable path fails with the reason.
-    EbookFixture s(pages({}));
-    QString error;
-    EXPECT_FALSE(hhp(*s.build, book.write(u"file"_s, "x") + "/Index.hhp", {}, &error));
-    EXPECT_FALSE(error.isEmpty());
 }
 
 // The entry lines of the plain page: after its four head lines, up to its closing "<hr>".
@@ -530,32 +526,30 @@ class StoppingHost : public RecordingHost {
     int m_steps;
 };
 
-TEST(HelpCompiler, AStopEndsTheCompilerAndRemovesItsUnfinishedBook) {
-    if (HostIsWindows()) GTEST_SKIP() << "the stand-in compiler is a shell script";
-    CompileSetup s;
-    WriteScript(s.temp, u"hhc"_s, u"printf 'ITSF half' > '%1'\nsleep 60\n"_s.arg(s.output));
-    StoppingHost host(2);
-    QDeadlineTimer deadline(30000);
-    const CompileResult result =
-        RunHelpCompiler(host, {s.temp.path() + u"hhc"_s, {}}, s.project, s.output);
-    EXPECT_FALSE(deadline.hasExpired());
-    EXPECT_TRUE(result.cancelled);
-    EXPECT_EQ(result.problem, CancelledProblem());
-    EXPECT_EQ(host.log, CountedLines(2));
-    EXPECT_FALSE(QFileInfo::exists(s.output));
-}
-
-TEST(HelpCompiler, ACompilerThatCannotStartNamesItsSetting) {
+// A compiler that cannot start names the setting to change; one the user stops is ended, and
+// its unfinished book removed.
+TEST(HelpCompiler, ACompilerThatCannotStartOrIsStopped) {
     CompileSetup s;
     RecordingHost host;
     const QString missing = s.temp.path() + u"no such/chmcmd"_s;
-    const CompileResult result =
+    CompileResult result =
         RunHelpCompiler(host, HelpTools{"\"" + missing + "\"", {}}, s.project, s.output);
     EXPECT_FALSE(result.ok);
     for (const QString& part : {missing, u"[Tools]"_s, u"HelpCompiler"_s, u"Quillmere.ini"_s})
         EXPECT_TRUE(result.problem.contains(part)) << result.problem.toStdString();
     EXPECT_TRUE(host.log.isEmpty());
     EXPECT_TRUE(QDir(QFileInfo(s.output).absolutePath()).exists());
+
+    if (HostIsWindows()) GTEST_SKIP() << "the stand-in compiler is a shell script";
+    WriteScript(s.temp, u"hhc"_s, u"printf 'ITSF half' > '%1'\nsleep 60\n"_s.arg(s.output));
+    StoppingHost stopping(2);
+    QDeadlineTimer deadline(30000);
+    result = RunHelpCompiler(stopping, {s.temp.path() + u"hhc"_s, {}}, s.project, s.output);
+    EXPECT_FALSE(deadline.hasExpired());
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_EQ(result.problem, CancelledProblem());
+    EXPECT_EQ(stopping.log, CountedLines(2));
+    EXPECT_FALSE(QFileInfo::exists(s.output));
 }
 
 } // namespace

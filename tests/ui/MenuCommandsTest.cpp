@@ -1,17 +1,14 @@
 #include "WindowTestSupport.h"
 
-#include "ui/PropertyPage.h"
 #include "ui/SlideShow.h"
 #include "ui/WebsiteScheduleTimer.h"
 #include "website/WebsiteCommands.h"
 
-#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QStackedWidget>
 
 namespace qmr::test {
@@ -185,6 +182,9 @@ TEST_F(MenuCommands, FolderConversionJoinsTheListAndTheStore) {
     EXPECT_EQ(w.session().list.count(), 0);
     EXPECT_TRUE(QFile::exists(made + u"scrapbook.rdf"_s));
     EXPECT_TRUE(ReadBytes(app() + u"ScrapBookStore.txt"_s).contains("Trip*"));
+    trigger(u"Make Ebook"_s); // with nothing selected
+    EXPECT_FALSE(w.runner().busy());
+    EXPECT_EQ(desktop.messages.last(), u"Please select a scrapbook in the list first!"_s);
 }
 
 using EbookBuild = WindowTest;
@@ -196,8 +196,6 @@ TEST_F(EbookBuild, MakeEbookRunsOffTheWindowThreadThenOffersTheBook) {
     ASSERT_TRUE(w.runner().busy());
     // While it runs, nothing else starts, and the window still answers.
     EXPECT_FALSE(w.command(u"Make Ebook"_s)->isEnabled());
-    EXPECT_FALSE(w.command(u"Create Icons"_s)->isEnabled());
-    EXPECT_FALSE(w.command(u"Converter File Folder to Scrapbook"_s)->isEnabled());
     EXPECT_TRUE(w.command(u"About"_s)->isEnabled());
     EXPECT_EQ(w.findChild<QStackedWidget*>()->currentIndex(), 1);
     EXPECT_EQ(w.findChild<QProgressBar*>()->maximum(), 0);
@@ -251,40 +249,11 @@ TEST_F(EbookBuild, StopEndsTheCompilerAndKeepsNoBook) {
     EXPECT_TRUE(w.command(u"Make Ebook"_s)->isEnabled());
 }
 
-TEST_F(EbookBuild, MakeOnThePropertyPageBuildsWithItsOptionsAndWritesNothing) {
-    const QString folder = CopyOfExample(root);
-    const QByteArray ini = "[Content]\r\nMakeChmFile=1\r\n";
-    root.write(u"sample-scrapbook/ScrapbookPrj.ini"_s, ini);
-    MainWindow& w = startWith(folder);
-    trigger(u"Scrapbok Property"_s);
-    PropertyPage* page = w.propertyPage();
-    ASSERT_NE(page, nullptr);
-    page->findChild<QCheckBox*>(u"MakeChmFile"_s)->setChecked(false);
-    page->findChild<QPushButton*>(u"cmdApply"_s)->click();
-    idle();
-    EXPECT_TRUE(gone([&] { return w.propertyPage(); }));
-    EXPECT_TRUE(log().contains(u"Pack all file to chm..."_s));
-    EXPECT_TRUE(log().filter(u"Creating ebook now"_s).isEmpty()); // compiling was off
-    EXPECT_EQ(ReadBytes(folder + u"ScrapbookPrj.ini"_s), ini);
-    EXPECT_TRUE(QFile::exists(folder + u"Index.hhp"_s));
-    // The page has closed: the next build reads the stored options again.
-    EXPECT_TRUE(w.session().options().properties.makeChmFile);
-}
-
-TEST_F(EbookBuild, NothingSelectedAsksForASelectionAndABrokenCatalogueIsTold) {
+TEST_F(EbookBuild, ABrokenCatalogueIsToldNamingTheFile) {
     const QString folder = MakeScrapbook(root, u"Broken"_s, 1);
     root.write(
         u"Broken/scrapbook.rdf"_s,
         "<RDF:RDF>\n<RDF:Description RDF:about=\"urn:scrapbook:item1\"\nNS1:id=\"1\n</RDF:RDF>\n");
-    MainWindow& w = startWith(folder);
-    trigger(u"DeleteScrapbook in this List but keep data"_s);
-    EXPECT_EQ(w.session().list.count(), 0);
-    trigger(u"Make Ebook"_s);
-    EXPECT_FALSE(w.runner().busy());
-    EXPECT_EQ(desktop.messages, QStringList{u"Please select a scrapbook in the list first!"_s});
-
-    window.reset();
-    desktop.messages.clear();
     startWith(folder);
     trigger(u"Make Ebook"_s);
     idle();

@@ -29,16 +29,27 @@ using test::SameText;
 using test::SampleChrome;
 using test::TempFolder;
 
-TEST(ListPage, ListsPlacedItemsThatAreNotFolders) {
+// The list page lists the placed items that are not folders, and each folder gets a UTF-8 page
+// of what its list places, made in memory: no scratch or temporary file stays behind.
+TEST(ListAndFolderPages, AsTheGoldenFilesShow) {
     TempFolder root;
     const Catalogue catalogue = test::SampleCatalogue();
     const CatalogueWalk walk(catalogue);
-    const QString path = root.path() + u"data/qmr/temp.html"_s;
+    const QString pages = root.path() + u"data/qmr/"_s;
+    const QString path = pages + u"temp.html"_s;
     QString error;
     ASSERT_TRUE(WriteListPage(SampleChrome(), catalogue, walk, false, path, &error))
         << error.toStdString();
     EXPECT_TRUE(SameText(Golden(u"website/list-page.html"_s), ReadBytes(path)));
     EXPECT_EQ(FindItemById(catalogue, u"20080101000000"_s), -1);
+    ASSERT_TRUE(WriteFolderPages(SampleChrome(), catalogue, walk, root.path(), &error))
+        << error.toStdString();
+    EXPECT_TRUE(SameText(Golden(u"website/folder-travel.html"_s),
+                         ReadBytes(pages + u"20080101000001.html"_s)));
+    EXPECT_TRUE(SameText(Golden(u"website/folder-japan.html"_s),
+                         ReadBytes(pages + u"20080101000002.html"_s)));
+    EXPECT_EQ(QDir(pages).entryList(QDir::Files, QDir::Name),
+              (QStringList{"20080101000001.html", "20080101000002.html", "temp.html"}));
 
     // "Link To Source URL" shows every row as a bookmark linked to its source (none for a note),
     // titles cut at fifty characters.
@@ -52,38 +63,21 @@ TEST(ListPage, ListsPlacedItemsThatAreNotFolders) {
     EXPECT_TRUE(
         page.contains(u"<a href=\"\">"_s + bookmark + test::kTitle51.left(50) + u"...</a>"_s));
 
-    // An unwritable path gives the reason.
+    // Places that cannot be written give the reason.
     EXPECT_FALSE(WriteListPage(SampleChrome(), catalogue, walk, false,
                                path + u"/under-a-file.html"_s, &error));
     EXPECT_FALSE(error.isEmpty());
-}
-
-TEST(FolderPages, EachFolderGetsAUtf8PageOfWhatItsListPlaces) {
-    TempFolder root;
-    const Catalogue catalogue = test::SampleCatalogue();
-    QString error;
-    ASSERT_TRUE(
-        WriteFolderPages(SampleChrome(), catalogue, CatalogueWalk(catalogue), root.path(), &error))
-        << error.toStdString();
-    const QString pages = root.path() + u"data/qmr/"_s;
-    EXPECT_TRUE(SameText(Golden(u"website/folder-travel.html"_s),
-                         ReadBytes(pages + u"20080101000001.html"_s)));
-    EXPECT_TRUE(SameText(Golden(u"website/folder-japan.html"_s),
-                         ReadBytes(pages + u"20080101000002.html"_s)));
-    // The pages are made in memory: no scratch or temporary file stays behind.
-    EXPECT_EQ(QDir(pages).entryList(QDir::Files, QDir::Name),
-              (QStringList{"20080101000001.html", "20080101000002.html"}));
-
     TempFolder blocked;
     blocked.write(u"data/qmr"_s, "a file where the folder should be");
-    EXPECT_FALSE(WriteFolderPages(SampleChrome(), catalogue, CatalogueWalk(catalogue),
-                                  blocked.path(), &error));
+    EXPECT_FALSE(WriteFolderPages(SampleChrome(), catalogue, walk, blocked.path(), &error));
     EXPECT_TRUE(error.contains(u"20080101000001.html"_s)) << error.toStdString();
 }
 
 // The golden pages check every fragment whole, the advert block too (the empty photo page has
-// adverts on); these are the cases they do not reach.
-TEST(PageFragments, EmptyScrapbookNameAndNoEscaping) {
+// adverts on), and the page writer's lines and deep footer (the gallery's and photo pages); the
+// redirect page is checked byte for byte by the converted scrapbook's golden files. These are
+// the cases they do not reach: an empty scrapbook name, no escaping, failures.
+TEST(PageFragments, WhatTheGoldenPagesDoNotReach) {
     PageChrome chrome = SampleChrome();
     chrome.scrapbookName.clear();
     EXPECT_TRUE(
@@ -91,21 +85,14 @@ TEST(PageFragments, EmptyScrapbookNameAndNoEscaping) {
     EXPECT_TRUE(HtmlFooter(chrome, QString())
                     .startsWith(QStringLiteral("\u3000<hr><div align=\"center\"><a "
                                                "href=\"index.html\"><font size=\"3\" >[]</font>")));
-}
-
-// The redirect page is checked byte for byte by the converted scrapbook's golden files, the page
-// writer's lines and deep footer by the gallery's and photo pages'.
-TEST(PageFragments, PageWriterVideoPageAndRedirectFailure) {
     TempFolder folder;
     QString error;
-    EXPECT_FALSE(
-        WriteRedirectIndex(SampleChrome(), folder.path() + u"missing/"_s, u"a.pdf"_s, &error));
+    EXPECT_FALSE(WriteRedirectIndex(chrome, folder.path() + u"missing/"_s, u"a.pdf"_s, &error));
     EXPECT_TRUE(error.contains(u"missing"_s)) << error.toStdString();
-    const PageChrome chrome = SampleChrome();
     EXPECT_FALSE(PageWriter(chrome).ClosePageWithFooter(&error)); // no page open
 
     const QString page = folder.path() + u"data/qmr/PlayAllVideos.html"_s;
-    ASSERT_TRUE(WriteVideoPage(chrome, page, u"Play All Videos on this Scrapbook"_s,
+    ASSERT_TRUE(WriteVideoPage(SampleChrome(), page, u"Play All Videos on this Scrapbook"_s,
                                u"WMV_Play_List.wpl"_s, &error))
         << error.toStdString();
     EXPECT_TRUE(SameText(Golden(u"website/video-page.html"_s), ReadBytes(page)));

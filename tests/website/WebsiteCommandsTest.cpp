@@ -7,7 +7,6 @@
 #include "support/TempFolder.h"
 #include "website/MediaPlaylists.h"
 #include "website/ParallelJobs.h"
-#include "website/PictureHeader.h"
 #include "website/PictureSources.h"
 #include "website/SiteFiles.h"
 #include "website/SkinPictures.h"
@@ -399,32 +398,76 @@ TEST(PictureCopies, EveryKindOfPictureGetsBothCopies) {
         EXPECT_TRUE(book.copies(folder) == twin.copies(folder)) << folder.toStdString();
 }
 
-// A picture that cannot be read is logged with its path and skipped; the others are made, and
-// no temporary file is left. A forged size is refused by the header before the decoder runs.
-TEST(PictureCopies, BrokenCutShortAndOversizedPicturesAreLoggedAndSkipped) {
+// A 300 by 200 picture in `format`.
+QByteArray drawn(const char* format) {
+    return Magick({"-size", "300x200", "gradient:", "-strip", QLatin1String(format) + u":-"_s});
+}
+
+void setLittle(QByteArray& bytes, int at, int size, quint32 value) {
+    for (int i = 0; i < size; ++i)
+        bytes[at + i] = char(value >> (8 * i));
+}
+
+// A picture that cannot be read is logged with its path and the reason and skipped; the others
+// are made, and no temporary file is left. The header refuses an absurd size in every format
+// before the decoder runs, and so a file that stops before the pixels it promises, or that is
+// no picture at all.
+TEST(PictureCopies, BrokenPicturesAreLoggedWithTheReasonAndSkipped) {
     Scrapbook book;
     book.picture("good.png", {"-size", "120x90", "gradient:red-blue"});
     TempFolder scratch;
-    for (const char* name : {"cut.jpg", "cut.png", "cut.gif"}) {
-        const QString whole = MakePicture(scratch.path() + name, {"-size", "400x300", "plasma:"});
-        book.root.write(kItem + name, ReadBytes(whole).chopped(ReadBytes(whole).size() / 2));
-    }
-    book.root.write(kItem + "noise.bmp", QByteArray(4000, 'x'));
-    QByteArray huge = ReadBytes(scratch.path() + "cut.png");
-    huge.replace(16, 8, QByteArray("\0\0\x75\x30\0\0\x75\x30", 8)); // 30000 by 30000
-    book.root.write(kItem + "huge.png", huge);
+    const auto half = [&](const char* name) {
+        const QByteArray whole =
+            ReadBytes(MakePicture(scratch.path() + name, {"-size", "400x300", "plasma:"}));
+        return whole.left(whole.size() / 2);
+    };
+    QByteArray jpeg = drawn("JPG");
+    jpeg.replace(jpeg.indexOf("\xFF\xC0") + 5, 4, QByteArray("\x75\x30\x75\x30", 4));
+    QByteArray png = drawn("PNG");
+    png.replace(16, 8, QByteArray("\0\0\x75\x30\0\0\x75\x30", 8)); // 30000 by 30000
+    QByteArray gif = drawn("GIF");
+    setLittle(gif, 6, 2, 30000);
+    QByteArray bmp = drawn("BMP3");
+    setLittle(bmp, 18, 4, 30000);
+    QByteArray webp = drawn("WEBP");
+    setLittle(webp, 26, 2, 0x3FFF);
+    setLittle(webp, 28, 2, 0x3FFF);
+    const QString says = u"the header says "_s, cut = u"the file is cut short"_s;
+    const struct {
+        const char* name;
+        QByteArray bytes;
+        QString reason;
+    } cases[] = {
+        {"cut.jpg", half("cut.jpg"), cut},
+        {"cut.png", half("cut.png"), {}},
+        {"cut.gif", half("cut.gif"), {}},
+        {"short.bmp", drawn("BMP3").chopped(500), cut},
+        {"short.pbm", drawn("PPM").chopped(1), cut},
+        {"short.webp", drawn("WEBP").chopped(10), cut},
+        {"short.jpg", drawn("JPG").left(20), cut},
+        {"short.gif", drawn("GIF").left(12), cut},
+        {"huge.png", png, u"the header says 30000 by 30000 pixels"_s},
+        {"huge.jpg", jpeg, says},
+        {"huge.gif", gif, says},
+        {"huge.bmp", bmp, says},
+        {"huge.webp", webp, says},
+        {"huge.pbm", QByteArray("P4\n# big\n30000 30000\n") + QByteArray(100, '\0'), says},
+        {"noise.bmp", QByteArray(4000, 'x'), u"it is not a JPEG"_s},
+        {"noframe.jpg", QByteArray("\xFF\xD8\xFF\xDA\0\x02", 6), u"there is no frame header"_s},
+    };
+    for (const auto& c : cases)
+        book.root.write(kItem + c.name, c.bytes);
 
     RecordingHost host;
     const PictureCopyReport report = MakePictureCopies(host, book.root.path());
     EXPECT_EQ(report.made, 1);
-    EXPECT_EQ(report.skipped, 5);
+    EXPECT_EQ(report.skipped, int(std::size(cases)));
     const QString log = host.log.join(u'\n');
-    for (const char* name : {"cut.jpg", "cut.png", "cut.gif", "noise.bmp", "huge.png"})
-        EXPECT_TRUE(log.contains(
-            QStringLiteral("Skipped picture %1").arg(QDir::toNativeSeparators(book.item() + name))))
+    for (const auto& c : cases)
+        EXPECT_TRUE(log.contains(u"Skipped picture %1: %2"_s.arg(
+            QDir::toNativeSeparators(book.item() + c.name), c.reason)))
+            << c.name << "\n"
             << log.toStdString();
-    EXPECT_TRUE(log.contains("cut.jpg: the file is cut short")) << log.toStdString();
-    EXPECT_TRUE(log.contains("huge.png: the header says 30000 by 30000 pixels"));
     // The first picture cannot be read, so the icon is the first small copy there is.
     EXPECT_EQ(ReadBytes(book.icon(kItemIconName)), ReadBytes(book.icon("good.png.jpg")));
     EXPECT_EQ(QDir(book.item() + kScreenCopyFolder).entryList(QDir::Files),
@@ -482,52 +525,6 @@ TEST(PictureCopies, StopsBetweenPicturesWhenCancelled) {
     EXPECT_EQ(host.steps.first().toStdString(), "1/12");
     EXPECT_LE(report.made, kAheadPerWorker);
     EXPECT_TRUE(host.log.last().startsWith("Picture copies stopped: "));
-}
-
-// A 300 by 200 picture in `format`.
-QByteArray drawn(const char* format) {
-    return Magick({"-size", "300x200", "gradient:", "-strip", QLatin1String(format) + u":-"_s});
-}
-
-void setLittle(QByteArray& bytes, int at, int size, quint32 value) {
-    for (int i = 0; i < size; ++i)
-        bytes[at + i] = char(value >> (8 * i));
-}
-
-// A header that asks for an absurd size is refused, in every format; so is a file that stops
-// before the pixels its header promises, and a file that is no picture at all.
-TEST(PictureHeader, RefusesAbsurdSizesCutShortFilesAndStrangers) {
-    QByteArray jpeg = drawn("JPG");
-    const qsizetype frame = jpeg.indexOf("\xFF\xC0");
-    jpeg.replace(frame + 5, 4, QByteArray("\x75\x30\x75\x30", 4));
-    QByteArray gif = drawn("GIF");
-    setLittle(gif, 6, 2, 30000);
-    QByteArray bmp = drawn("BMP3");
-    setLittle(bmp, 18, 4, 30000);
-    QByteArray webp = drawn("WEBP");
-    setLittle(webp, 26, 2, 0x3FFF);
-    setLittle(webp, 28, 2, 0x3FFF);
-    const QByteArray pbm = QByteArray("P4\n# big\n30000 30000\n") + QByteArray(100, '\0');
-    for (const QByteArray& forged : {jpeg, gif, bmp, webp, pbm}) {
-        QString problem;
-        EXPECT_FALSE(ReadPictureHeader(forged, &problem));
-        EXPECT_TRUE(problem.startsWith("the header says ")) << problem.toStdString();
-    }
-
-    const QByteArray cut[] = {drawn("BMP3").chopped(500), drawn("PPM").chopped(1),
-                              drawn("WEBP").chopped(10), drawn("JPG").left(20),
-                              drawn("GIF").left(12)};
-    for (const QByteArray& bytes : cut) {
-        QString problem;
-        EXPECT_FALSE(ReadPictureHeader(bytes, &problem));
-        EXPECT_EQ(problem.toStdString(), "the file is cut short");
-    }
-
-    QString problem;
-    EXPECT_FALSE(ReadPictureHeader("<svg xmlns=\"http://www.w3.org/2000/svg\"/>", &problem));
-    EXPECT_TRUE(problem.startsWith("it is not a JPEG"));
-    EXPECT_FALSE(ReadPictureHeader(QByteArray("\xFF\xD8\xFF\xDA\0\x02", 6), &problem));
-    EXPECT_EQ(problem.toStdString(), "there is no frame header");
 }
 
 // Each built-in picture is a real picture; the type icons are the 20 by 20 their tags give them.
