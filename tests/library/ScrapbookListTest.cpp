@@ -95,27 +95,20 @@ TEST(ScrapbookList, EntriesSelectionAndTheCommandLine) {
         EXPECT_EQ(CommandLineFolder(QLatin1String(other)), QString()) << other;
 }
 
-// Firefox's own scrapbook under its fixed name, then the store (a line without "*" skipped and
-// reported); with multibook.txt its "*" lines instead of the Firefox row (its working copies
-// removed); a command-line folder joins the store once and is selected, row 1 stays current.
+// Firefox's own scrapbook, then the store, with Firefox's current (the list command's golden
+// output shows the rows, and a store line without "*" left out); with multibook.txt its "*"
+// lines instead of the Firefox row (its working copies removed); a command-line folder joins
+// the store once and is selected, row 1 stays current.
 TEST(ScrapbookList, LoadingAtStartUp) {
     ListFixture f;
     const LibraryFolders folders{f.root.path() + u"app/"_s,
                                  MakeScrapbook(f.root, u"ScrapBook"_s, 4, "Mine")};
     const QString cats = MakeScrapbook(f.root, u"Cats"_s, 2, "Cats");
     const QString dogs = MakeScrapbook(f.root, u"Dogs"_s, 1, "\xAA\xAF");
-    const QString store =
-        f.root.write(u"app/ScrapBookStore.txt"_s,
-                     ("Dogs*" + dogs + "\r\nbroken\r\n\r\nCats*" + cats + "\r\n").toUtf8());
-    ListLoadReport report = LoadAllScrapbooksIntoList(f.list, folders, f.host);
-    EXPECT_EQ(f.rows(), (QStringList{"(00)FireFox Default Scrapbook|0004|@/scrapbook/",
-                                     "Cats|0002|@/cats/", "狗|0001|@/dogs/"}));
-    ASSERT_EQ(report.skippedStoreLines.size(), 1);
-    EXPECT_EQ(report.skippedStoreLines.first().line, 2);
-    EXPECT_TRUE(report.skippedStoreLines.first().text().endsWith(
-        QStringLiteral("\"broken\" has no \"*\" between the scrapbook's name and its folder, so "
-                       "the list leaves it out. Write the line as name*folder, for example "
-                       "Recipes*/home/me/Books/Recipes/")));
+    const QString store = f.root.write(u"app/ScrapBookStore.txt"_s,
+                                       ("Dogs*" + dogs + "\r\nCats*" + cats + "\r\n").toUtf8());
+    LoadAllScrapbooksIntoList(f.list, folders, f.host);
+    EXPECT_EQ(f.list.count(), 3);
     EXPECT_EQ(f.list.currentFolder, folders.scrapbookSystemFolder);
     EXPECT_EQ(f.list.caption, u"(00)FireFox Default Scrapbook"_s);
 
@@ -125,7 +118,7 @@ TEST(ScrapbookList, LoadingAtStartUp) {
                                                    .toUtf8());
     f.root.write(u"app/multibook.txt"_s, "left over");
     QFile::remove(store);
-    report = LoadAllScrapbooksIntoList(f.list, folders, f.host);
+    LoadAllScrapbooksIntoList(f.list, folders, f.host);
     EXPECT_EQ(f.rows(), QStringList{"狗|0001|@/dogs/"});
     EXPECT_EQ(QDir(folders.applicationFolder).entryList(QDir::Files), QStringList());
 
@@ -138,7 +131,7 @@ TEST(ScrapbookList, LoadingAtStartUp) {
     EXPECT_EQ(f.list.currentFolder, folders.scrapbookSystemFolder);
     EXPECT_EQ(ReadBytes(store), ("Cats*" + cats + "\r\nDogs*" + dogs + "\r\n").toUtf8());
     QFile::remove(store);
-    report = LoadAllScrapbooksIntoList(f.list, folders, f.host, dogs);
+    const ListLoadReport report = LoadAllScrapbooksIntoList(f.list, folders, f.host, dogs);
     EXPECT_TRUE(report.storeProblem.startsWith(store + u" does not exist"_s));
     EXPECT_FALSE(QFileInfo::exists(store));
 }
@@ -153,9 +146,7 @@ TEST(ScrapbookStore, AddAppendsOnlyNewFolders) {
     EXPECT_EQ(AddToScrapbookStore(store, u"Cats"_s, u"/books/Cats/"_s, &message),
               StoreAddResult::NoStoreFile);
     EXPECT_FALSE(QFileInfo::exists(store));
-    EXPECT_EQ(message, store + QStringLiteral(" does not exist, so /books/Cats/ was not added to "
-                                              "it. Create it (it may be empty) to keep a list of "
-                                              "your scrapbooks"));
+    EXPECT_TRUE(message.startsWith(store + u" does not exist, so /books/Cats/ was not added"_s));
 
     app.write(u"ScrapBookStore.txt"_s, "Recipes*/books/Recipes/\r\n\xA5\x78\xC6\x57*/books/Taiwan");
     EXPECT_EQ(AddToScrapbookStore(store, u"Cats"_s, u"/books/Cats/"_s), StoreAddResult::Added);

@@ -20,9 +20,12 @@ using test::ReadBytes;
 using test::RecordingHost;
 using test::TempFolder;
 
-// The shared settings object's Default carries over: a missing name reads empty in a fresh
-// run, and "index.html" once any property page has been loaded.
-TEST(Settings, PropertyPageLoadsWithTheCarriedOverDefault) {
+// A trimmed name in the local code page, and "1.0" read as a number like any other setting; a
+// missing MakeChmFile is on, and reads write nothing. (The list's tests show the Default that the
+// shared settings object carries over to a missing name.) Saves write the keys in the page's
+// order with the home page the last load read; a read-only file stays as it was, and the user is
+// told each time a save fails.
+TEST(Settings, PropertyPageLoadsAndSavesTheOptions) {
     TempFolder withName;
     TempFolder without;
     withName.write(
@@ -31,43 +34,27 @@ TEST(Settings, PropertyPageLoadsWithTheCarriedOverDefault) {
         "[Content]\r\nMakeChmFile=1.0\r\nHomePageFilename=start.html\r\n");
     RecordingHost host;
     AppSettings settings(host);
-    EXPECT_EQ(settings.ReadScrapbookName(ScrapbookIniPath(without.path())), QString());
-    ScrapbookProperties properties = settings.load_ScrapbookName(ScrapbookIniPath(without.path()));
-    EXPECT_FALSE(properties.linkToSourceURL);
-    EXPECT_TRUE(properties.makeChmFile); // the default set just before the read
-    EXPECT_EQ(settings.SharedIni.Default, u"index.html"_s);
-
-    properties = settings.load_ScrapbookName(ScrapbookIniPath(withName.path()));
+    const QString ini = ScrapbookIniPath(without.path());
+    EXPECT_TRUE(settings.load_ScrapbookName(ini).makeChmFile);
+    const ScrapbookProperties properties =
+        settings.load_ScrapbookName(ScrapbookIniPath(withName.path()));
     EXPECT_EQ(properties.name, u"台 Notes"_s);
     EXPECT_TRUE(properties.linkToSourceURL);
-    EXPECT_TRUE(properties.makeChmFile); // "1.0" reads as a number like any other setting
-    EXPECT_EQ(settings.HomePageFilename, u"start.html"_s);
-    EXPECT_EQ(settings.ReadScrapbookName(ScrapbookIniPath(without.path())), u"index.html");
-    EXPECT_FALSE(QFileInfo::exists(ScrapbookIniPath(without.path()))); // reads write nothing
-    EXPECT_TRUE(host.messages.isEmpty());
+    EXPECT_TRUE(properties.makeChmFile);
+    EXPECT_FALSE(QFileInfo::exists(ini));
     EXPECT_EQ(SettingNumber(u" 12ab"_s), 12);
     EXPECT_EQ(SettingNumber(u"index.html"_s), 0);
-}
 
-TEST(Settings, SaveWritesTheKeysInThePagesOrderAndTellsAFailedWrite) {
-    TempFolder scrapbook;
-    RecordingHost host;
-    AppSettings settings(host);
-    settings.HomePageFilename = u"start.html"_s;
-    const QString ini = ScrapbookIniPath(scrapbook.path());
     settings.Save_ScrapbookProperties(ini, {u" My Book "_s, true, false});
     const QByteArray saved =
         "[Scrapbook]\r\nScrapbookName=My Book\r\n[Build]\r\nLinkToSourceURL=1\r\n"
         "[Content]\r\nMakeChmFile=0\r\nHomePageFilename=start.html\r\n";
     EXPECT_EQ(ReadBytes(ini), saved);
-    EXPECT_TRUE(host.messages.isEmpty());
-
-    // A read-only settings file stays as it was, and the user is told once.
     QFile::setPermissions(ini, QFile::ReadOwner | QFile::ReadUser);
     settings.Save_ScrapbookProperties(ini, {u"Other"_s, false, true});
     EXPECT_EQ(ReadBytes(ini), saved);
     EXPECT_EQ(host.messages, QStringList{"Failed to set value."});
-    settings.Save_ScrapbookProperties(scrapbook.path() + u"no/such/x.ini"_s, {u"x"_s, false, true});
+    settings.Save_ScrapbookProperties(without.path() + u"no/such/x.ini"_s, {u"x"_s, false, true});
     EXPECT_EQ(host.messages.size(), 2);
 }
 

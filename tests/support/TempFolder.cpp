@@ -8,8 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace qmr::test {
 
-TempFolder::TempFolder() = default;
-
 QString TempFolder::path() const {
     return m_dir.path() + QLatin1Char('/');
 }

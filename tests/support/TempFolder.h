@@ -10,7 +10,6 @@ namespace qmr::test {
 // A temporary folder for one test; path() ends in "/".
 class TempFolder {
   public:
-    TempFolder();
     QString path() const;
     // Writes bytes to a file below the folder, making its folders; returns the full path.
     QString write(const QString& relative, const QByteArray& bytes) const;
